@@ -1,0 +1,98 @@
+#include "util/axis_value_text.h"
+
+#include <cmath>
+
+#include "util/automation_date.h"
+#include "util/util_test_support.h"
+
+namespace zel {
+namespace {
+
+constexpr double kMs = kSecondInDays / 1000;
+
+AxisLabelFormat Axis(int type, TextView format = u"", const CategoryLabels* labels = nullptr) {
+  return {type, format, labels};
+}
+
+TEST(FormatAxisValueTest, IntegersTruncateTowardZero) {
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), 3.9), u"3");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), -3.9), u"-3");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), std::nan("")), u"-2147483648");
+  EXPECT_EQ(FormatAxisValue(Axis(7), 1.0), u"####");
+}
+
+TEST(FormatAxisValueTest, RealsUseTheAnnotationFormatWithAPercentInFront) {
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"2.3f"), double(0.1f)), u"0.100");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"3.1f"), 12.25), u"12.3");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"1.3e"), 0.001), u"1.000e-003");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"2.3f"), std::nan("")), u"1.#QO");
+  // Formats that print nothing, or too much, fall back to "%f".
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u""), 0.5), u"0.500000");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"y"), 0.5), u"y");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"70.1f"), 0.5), u"0.500000");
+}
+
+TEST(FormatAxisValueTest, CategoriesShowTheirLabelOrABlank) {
+  CategoryLabels labels{std::nullopt, u"A", u""};
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), 1.7), u"A");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), 2), u"");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), 0), u" ");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), 3), u" ");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), -1), u" ");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete, u"", &labels), 1e12), u" ");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisDiscrete), 1), u" ");
+}
+
+TEST(FormatAxisValueTest, TimesShowYearsBefore1901As1901) {
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y-%m-%d"), 0.0), u"1901-12-30");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%d.%m.%y\n%H:%M"), 45000.75), u"15.03.23\n18:00");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%d.%m.%y"), -1.25), u"29.12.01");
+}
+
+TEST(FormatAxisValueTest, TimesFallBackToHoursAndMinutesThenHashes) {
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Q"), 45000.75), u"18:00");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u""), 45000.75), u"18:00");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), 2958465.99999999), u"00:00");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), 1e9), u"####");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), std::nan("")), u"####");
+}
+
+TEST(FormatAxisValueTest, MillisecondMarkerShowsFiveMillisecondSteps) {
+  AxisLabelFormat axis = Axis(kAxisTime, u"%H:%M:%S\n%%dms");
+  double at = 45000.0 + (12 * 3600 + 30 * 60 + 5) * kSecondInDays;
+  EXPECT_EQ(FormatAxisValue(axis, at + 125 * kMs), u"12:30:05\n125ms");
+  EXPECT_EQ(FormatAxisValue(axis, at + 123 * kMs), u"12:30:05\n125ms");
+  EXPECT_EQ(FormatAxisValue(axis, at + 122 * kMs), u"12:30:05\n120ms");
+  EXPECT_EQ(FormatAxisValue(axis, at + 999 * kMs), u"12:30:06\n0ms");
+  EXPECT_EQ(FormatAxisValue(axis, at + 600 * kMs), u"12:30:05\n600ms");
+  EXPECT_EQ(FormatAxisValue(axis, 45000.0 + 10 * 3600 * kSecondInDays + 999 * kMs),
+            u"10:00:01\n0ms");
+  // Before day 0 the time of day still runs forward.
+  EXPECT_EQ(FormatAxisValue(axis, -1.25 - 250 * kMs), u"06:00:00\n250ms");
+  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%m%%d"), 45000.75), u"030");
+}
+
+TEST(LabelExtentTextsTest, SamplesTheTextsAnAxisMeasures) {
+  EXPECT_EQ(LabelExtentTexts(Axis(kAxisInteger), -5.7, 120).texts,
+            (std::vector<Text>{u"-5", u"120"}));
+  EXPECT_EQ(LabelExtentTexts(Axis(kAxisDiscrete), 0, 12).texts, (std::vector<Text>{u"12"}));
+  EXPECT_EQ(LabelExtentTexts(Axis(kAxisReal, u"2.3f"), 0, 1).texts,
+            (std::vector<Text>{u"0.000", u"1.000"}));
+  EXPECT_EQ(LabelExtentTexts(Axis(kAxisReal, u"3.1f%%%%%%%%%%%%"), 0, 1).texts,
+            (std::vector<Text>{u"0.000", u"1.000"}));
+}
+
+TEST(LabelExtentTextsTest, TimeAxesMeasureTheSecondDayAndCountLines) {
+  LabelExtentSample sample = LabelExtentTexts(Axis(kAxisTime, u"%Y-%m-%d"), 0, 1);
+  EXPECT_EQ(sample.texts, (std::vector<Text>{u"1899-12-31"}));
+  EXPECT_EQ(sample.lineCount, 1);
+  // "%y" refuses years before 1900, so this one measures "%H:%M".
+  sample = LabelExtentTexts(Axis(kAxisTime, u"%d.%m.%y\n%H:%M"), 0, 1);
+  EXPECT_EQ(sample.texts, (std::vector<Text>{u"00:00"}));
+  EXPECT_EQ(sample.lineCount, 2);
+  sample = LabelExtentTexts(Axis(kAxisTime, u"%H\n\n\n\n\n\n%M"), 0, 1);
+  EXPECT_EQ(sample.lineCount, 5);
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,124 @@
+#include "util/font_spec.h"
+
+#include "util/util_test_support.h"
+
+namespace zel {
+namespace {
+
+class FontSpecTest : public UtilTest {
+ protected:
+  int resolutionQueries = 0;
+  void UseResolution(int dpi) {
+    InstallPlatformHooks({.screenResolution = [this, dpi] {
+      ++resolutionQueries;
+      return dpi;
+    }});
+  }
+};
+
+TEST_F(FontSpecTest, ReadsFaceSizeAndDefaults) {
+  UseResolution(96);
+  LogFont font = ParseFontSpec(u"Arial,7");
+  EXPECT_EQ(font.FaceName(), u"Arial");
+  EXPECT_EQ(font.lfHeight, -9);
+  EXPECT_EQ(font.lfWeight, 400);
+  EXPECT_EQ(font.lfCharSet, 1);
+  EXPECT_EQ(font.lfItalic + font.lfUnderline + font.lfEscapement + font.lfWidth, 0);
+
+  UseResolution(72);
+  Process().screenResolution = 0;
+  EXPECT_EQ(ParseFontSpec(u"Arial,7").lfHeight, -7);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9.5").lfHeight, -9);
+  EXPECT_EQ(ParseFontSpec(u"Arial,-8").lfHeight, 8);
+}
+
+TEST_F(FontSpecTest, AsksForTheResolutionOnceAndOnlyWhenASizeIsGiven) {
+  UseResolution(96);
+  LogFont font = ParseFontSpec(u"Arial");
+  EXPECT_EQ(font.FaceName(), u"Arial");
+  EXPECT_EQ(font.lfHeight, 0);
+  EXPECT_EQ(ParseFontSpec(u"Arial,,bold").lfHeight, 0);
+  EXPECT_EQ(resolutionQueries, 0);
+  ParseFontSpec(u"Arial,9");
+  ParseFontSpec(u"Tahoma,12");
+  EXPECT_EQ(resolutionQueries, 1);
+  EXPECT_EQ(Process().screenResolution, 96);
+}
+
+TEST_F(FontSpecTest, KeywordsMatchInAnyCaseButOnlyWholeFields) {
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,bold"), ParseFontSpec(u"Arial,9,Bold, Charset_Default"));
+  LogFont font = ParseFontSpec(u"Arial,9, italic,UNDERLINED,Bold");
+  EXPECT_EQ(font.lfWeight, 700);
+  EXPECT_EQ(font.lfItalic, 1);
+  EXPECT_EQ(font.lfUnderline, 1);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,bold ").lfWeight, 400);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,boldface,heavy").lfWeight, 400);
+  EXPECT_EQ(ParseFontSpec(u"arial,9").FaceName(), u"arial");
+}
+
+TEST_F(FontSpecTest, CharsetFieldsReadTheirKeywordFromTheNinthCharacter) {
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET_RUSSIAN").lfCharSet, 204);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Russian").lfCharSet, 204);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,charset-russian").lfCharSet, 204);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset OEM").lfCharSet, 255);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset ANSI").lfCharSet, 0);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Klingon").lfCharSet, 1);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET").lfCharSet, 1);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET,RUSSIAN").lfCharSet, 1);
+  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Greek,Charset Baltic").lfCharSet, 186);
+  EXPECT_EQ(CharsetFromKeyword("EASTEUROPE"), 238);
+  EXPECT_EQ(CharsetFromKeyword("TURKISHX"), 162);
+  EXPECT_EQ(CharsetFromKeyword("CHINESEBIG5"), 136);
+  EXPECT_EQ(CharsetFromKeyword("DEFAULT"), 1);
+  EXPECT_EQ(CharsetFromKeyword(""), 1);
+}
+
+TEST_F(FontSpecTest, LeadingBlanksShortenTheFaceFromItsEnd) {
+  UseResolution(96);
+  LogFont font = ParseFontSpec(u"  Arial,9");
+  EXPECT_EQ(font.FaceName(), u"  Ari");
+  EXPECT_EQ(font.lfHeight, -12);
+  EXPECT_EQ(ParseFontSpec(u"\tArial").FaceName(), u"\tArial");
+}
+
+TEST_F(FontSpecTest, FaceNamesAreCutTo31Characters) {
+  Text longFace(40, u'x');
+  EXPECT_EQ(ParseFontSpec(longFace + u",9").FaceName(), Text(31, u'x'));
+  EXPECT_EQ(ParseFontSpec(longFace).FaceName(), Text(31, u'x'));
+  EXPECT_EQ(ParseFontSpec(Text(u"Ari\0al,9", 8)).FaceName(), u"Ari");
+  EXPECT_EQ(ParseFontSpec(u"").FaceName(), u"");
+}
+
+TEST_F(FontSpecTest, FormatsWithBlanksBeforeEveryLaterField) {
+  UseResolution(96);
+  EXPECT_EQ(FormatFontSpec(ParseFontSpec(u"Arial,9,bold")), u"Arial,9, Bold, Charset_Default");
+  EXPECT_EQ(FormatFontSpec(ParseFontSpec(u"Arial,7,italic,underlined,Charset Russian")),
+            u"Arial,7, Italic, Underlined, Charset Russian");
+  LogFont semiBold = ParseFontSpec(u"Arial,9");
+  semiBold.lfWeight = 600;
+  EXPECT_EQ(FormatFontSpec(semiBold), u"Arial,9, Charset_Default");
+}
+
+TEST_F(FontSpecTest, RoundTripTurnsAnsiIntoDefault) {
+  UseResolution(96);
+  LogFont ansi = ParseFontSpec(u"Arial,9,Charset ANSI");
+  ASSERT_EQ(ansi.lfCharSet, 0);
+  Text spec = FormatFontSpec(ansi);
+  EXPECT_EQ(spec, u"Arial,9, Charset_Default");
+  EXPECT_EQ(ParseFontSpec(spec).lfCharSet, 1);
+  for (uint8_t charset : {204, 238, 162, 255, 186, 161, 136}) {
+    LogFont font = ansi;
+    font.lfCharSet = charset;
+    EXPECT_EQ(ParseFontSpec(FormatFontSpec(font)).lfCharSet, charset);
+  }
+}
+
+TEST_F(FontSpecTest, FormattingBeforeAnyParsePrintsSizeOne) {
+  LogFont font;
+  std::copy_n(u"Arial", 5, font.lfFaceName);
+  font.lfHeight = -12;
+  EXPECT_EQ(FormatFontSpec(font), u"Arial,1, Charset_Default");
+}
+
+}  // namespace
+}  // namespace zel

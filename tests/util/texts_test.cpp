@@ -1,0 +1,59 @@
+#include "util/texts.h"
+
+#include "util/util_test_support.h"
+
+namespace zel {
+namespace {
+
+class TextsTest : public UtilTest {};
+
+TEST_F(TextsTest, MessagesKeepTheirExactWording) {
+  EXPECT_EQ(FormatText(kMsgAxisExists, 1), u"An axis with  id = 1 already exists");
+  EXPECT_EQ(FormatText(kMsgWrongAxisType, u"real"), u"\"real\" is a wrong Axis type");
+  EXPECT_EQ(FormatText(kMsgDatasetMissing, -7), u"Dataset with id = -7 does NOT exist!");
+  EXPECT_EQ(FormatText(kMsgArrayAccess, int32_t(0x80070057)),
+            u"Error occurred while accessing Array elements, error code=-2147024809");
+  EXPECT_EQ(FormatText(kMsgAxisReferenced, 3), u"The Axis 3 is referenced by other axes or datasets.");
+  EXPECT_EQ(FormatText(kMsgNotArray), u"The argument is not Array");
+  EXPECT_EQ(LookupText(kTextModuleName), u"ZELGraph");
+  EXPECT_EQ(LookupText(kMenuGraphSettings), u"Graph &Settings...");
+}
+
+TEST_F(TextsTest, IdsWithoutTextGiveTheMarker) {
+  EXPECT_EQ(LookupText(200), u"");
+  EXPECT_EQ(FormatText(200, 5), u"#TEXT#");
+  EXPECT_EQ(FormatText(99), u"#TEXT#");
+  EXPECT_EQ(FormatText(430), u"#TEXT#");
+}
+
+TEST_F(TextsTest, FormattedTextsAreCutTo128Characters) {
+  Text keyword(300, u'k');
+  Text message = FormatText(kMsgWrongAxisType, keyword);
+  EXPECT_EQ(message.size(), 128u);
+  EXPECT_EQ(message, u"\"" + Text(127, u'k'));
+}
+
+TEST_F(TextsTest, LanguageLibrariesComeFirst) {
+  InstallPlatformHooks({.languageText = [](int id) {
+    if (id == kMsgAxisExists) return Text(u"Achse %d existiert bereits");
+    if (id == kButtonOk) return Text(300, u'x');
+    return Text();
+  }});
+  EXPECT_EQ(FormatText(kMsgAxisExists, 4), u"Achse 4 existiert bereits");
+  EXPECT_EQ(LookupText(kButtonOk).size(), 255u);
+  EXPECT_EQ(FormatText(kMsgAxisMissing, 4), u"Axis with  id = 4 does NOT exist");
+}
+
+TEST_F(TextsTest, TableHoldsEveryIdOnce) {
+  auto texts = BuiltInTexts();
+  ASSERT_FALSE(texts.empty());
+  for (const BuiltInText& entry : texts) {
+    EXPECT_GE(entry.id, kFirstTextId);
+    EXPECT_LE(entry.id, kLastTextId);
+    EXPECT_FALSE(entry.text.empty()) << entry.id;
+    EXPECT_EQ(LookupText(entry.id), entry.text);
+  }
+}
+
+}  // namespace
+}  // namespace zel

@@ -1,0 +1,343 @@
+#include "util/c_printf.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string>
+
+#include "util/win32_arith.h"
+
+namespace zel {
+namespace {
+
+struct Spec {
+  bool leftAlign = false;
+  bool padZero = false;
+  bool alternate = false;
+  char16_t sign = 0;  // '+', ' ' or, for a negative number, '-'
+  int width = 0;
+  int precision = -1;
+  bool shortInteger = false;
+  bool longInteger = false;
+  char16_t conversion = 0;
+};
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+bool IsOneOf(char16_t c, std::string_view set) {
+  return c != 0 && c < 0x80 && set.find(char(c)) != std::string_view::npos;
+}
+
+int ParseNumber(TextView format, size_t& i) {
+  int value = 0;
+  while (i < format.size() && IsDigit(format[i])) value = value * 10 + (format[i++] - u'0');
+  return value;
+}
+
+// Parses the part of a conversion between "%" and its letter; `i` is left on
+// the letter (or at the end of the format).
+Spec ParseSpec(TextView format, size_t& i) {
+  Spec spec;
+  for (; i < format.size(); ++i) {
+    char16_t c = format[i];
+    if (c == u'+' || c == u' ') {
+      if (spec.sign != u'+') spec.sign = c;
+    } else if (c == u'-') {
+      spec.leftAlign = true;
+    } else if (c == u'0') {
+      spec.padZero = true;
+    } else if (c == u'#') {
+      spec.alternate = true;
+    } else {
+      break;
+    }
+  }
+  if (i < format.size() && format[i] == u'*') ++i;  // no second argument to take it from
+  spec.width = ParseNumber(format, i);
+  if (i < format.size() && format[i] == u'.') {
+    ++i;
+    if (i < format.size() && format[i] == u'*') ++i;
+    spec.precision = ParseNumber(format, i);
+  }
+  auto next = [&](size_t k) { return i + k < format.size() ? format[i + k] : u'\0'; };
+  while (i < format.size()) {
+    char16_t c = format[i];
+    if (c == u'l' && next(1) == u'l') {
+      spec.longInteger = true;
+      i += 2;
+    } else if (c == u'I' && next(1) == u'6' && next(2) == u'4') {
+      spec.longInteger = true;
+      i += 3;
+    } else if (c == u'I' && next(1) == u'3' && next(2) == u'2') {
+      i += 3;
+    } else if ((c == u'I' || c == u'z' || c == u't') && IsOneOf(next(1), "diouxX")) {
+      spec.longInteger = sizeof(void*) == 8;
+      ++i;
+    } else if (c == u'h') {
+      spec.shortInteger = true;
+      ++i;
+    } else if (IsOneOf(c, "lLwFNj")) {
+      spec.longInteger |= c == u'j';
+      ++i;
+    } else {
+      break;
+    }
+  }
+  if (i < format.size()) spec.conversion = format[i];
+  return spec;
+}
+
+// Pads a converted body to the field width, placing the sign as the runtime
+// does: before zero padding, after space padding.
+void AppendField(Text& out, TextView body, Spec spec) {
+  if (spec.sign && !IsOneOf(spec.conversion, "diaAeEfFgG")) spec.sign = 0;
+  int width = spec.width - (spec.sign ? 1 : 0);
+  int padding = std::max(0, width - int(body.size()));
+  if (spec.sign && spec.padZero) out += spec.sign;
+  if (!spec.leftAlign) out.append(size_t(padding), spec.padZero ? u'0' : u' ');
+  if (spec.sign && !spec.padZero) out += spec.sign;
+  out += body;
+  if (spec.leftAlign) out.append(size_t(padding), u' ');
+}
+
+void AppendString(Text& out, TextView text, Spec spec) {
+  text = text.substr(0, text.find(u'\0'));
+  if (spec.precision >= 0) text = text.substr(0, size_t(spec.precision));
+  AppendField(out, text, spec);
+}
+
+void AppendInteger(Text& out, int64_t value, Spec spec) {
+  bool isSigned = spec.conversion == u'd' || spec.conversion == u'i';
+  uint64_t magnitude;
+  if (isSigned) {
+    if (spec.shortInteger) value = int16_t(value);
+    if (value < 0) spec.sign = u'-';
+    magnitude = value < 0 ? 0 - uint64_t(value) : uint64_t(value);
+  } else {
+    magnitude = spec.shortInteger ? uint16_t(value)
+              : spec.longInteger  ? uint64_t(value)
+                                  : uint32_t(value);
+  }
+  unsigned base = spec.conversion == u'o' ? 8 : IsOneOf(spec.conversion, "xX") ? 16 : 10;
+  const char* digits = spec.conversion == u'X' ? "0123456789ABCDEF" : "0123456789abcdef";
+  if (base == 16 && spec.padZero && spec.alternate && !spec.leftAlign &&
+      spec.precision < spec.width - 2)
+    spec.precision = spec.width - 2;
+
+  std::string reversed;
+  if (magnitude == 0) {
+    spec.alternate = false;
+    if (spec.precision != 0) reversed = "0";
+  }
+  for (; magnitude; magnitude /= base) reversed += digits[magnitude % base];
+  while (int(reversed.size()) < spec.precision) reversed += '0';
+  if (spec.alternate && base == 16) reversed += spec.conversion == u'X' ? "X0" : "x0";
+  if (spec.alternate && base == 8 && reversed.back() != '0') reversed += '0';
+  std::reverse(reversed.begin(), reversed.end());
+  AppendField(out, TextFromAscii(reversed), spec);
+}
+
+// The exact decimal expansion of a finite, non-negative double:
+// value = 0.d1d2d3... * 10^radix, without trailing zeros ("" for 0).
+struct Decimal {
+  std::string digits;
+  int radix = 1;
+};
+
+Decimal ExactDecimal(double value) {
+  Decimal d;
+  if (value == 0) return d;
+  // 767 significant digits hold the exact value of any double.
+  char buffer[800];
+  auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
+                              std::chars_format::scientific, 767);
+  std::string_view text(buffer, size_t(result.ptr - buffer));
+  size_t e = text.find('e');
+  d.digits = std::string(1, text[0]) + std::string(text.substr(2, e - 2));
+  d.digits.erase(d.digits.find_last_not_of('0') + 1);
+  d.radix = std::stoi(std::string(text.substr(e + 1))) + 1;
+  return d;
+}
+
+// Keeps `count` leading digits, rounding half up on the first digit dropped.
+void RoundToDigits(Decimal& d, int count) {
+  if (count >= int(d.digits.size())) return;
+  if (count < 0) {
+    d.digits.clear();
+    return;
+  }
+  bool up = d.digits[size_t(count)] >= '5';
+  d.digits.resize(size_t(count));
+  if (!up) return;
+  int i = count - 1;
+  for (; i >= 0 && d.digits[size_t(i)] == '9'; --i) d.digits[size_t(i)] = '0';
+  if (i >= 0) {
+    ++d.digits[size_t(i)];
+  } else {
+    d.digits.insert(d.digits.begin(), '1');
+    ++d.radix;
+  }
+}
+
+char DigitAt(const Decimal& d, int position) {
+  return position >= 0 && position < int(d.digits.size()) ? d.digits[size_t(position)] : '0';
+}
+
+std::string FixedBody(const Decimal& d, int precision, bool alternate) {
+  std::string body;
+  if (d.radix <= 0 || d.digits.empty()) body = "0";
+  for (int p = 0; p < d.radix && !d.digits.empty(); ++p) body += DigitAt(d, p);
+  if (precision > 0 || alternate) body += '.';
+  for (int p = 0; p < precision; ++p) body += DigitAt(d, d.digits.empty() ? -1 : d.radix + p);
+  return body;
+}
+
+std::string ExponentBody(const Decimal& d, int precision, bool alternate, char letter) {
+  std::string body(1, DigitAt(d, 0));
+  if (precision > 0 || alternate) body += '.';
+  for (int p = 1; p <= precision; ++p) body += DigitAt(d, p);
+  int exponent = d.digits.empty() ? 0 : d.radix - 1;
+  std::string digits = std::to_string(std::abs(exponent));
+  body += letter;
+  body += exponent < 0 ? '-' : '+';
+  return body + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+}
+
+void TrimFraction(std::string& body, size_t mantissaEnd) {
+  size_t point = body.find('.');
+  if (point == std::string::npos || point > mantissaEnd) return;
+  size_t last = body.find_last_not_of('0', mantissaEnd - 1);
+  size_t keep = last == point ? point : last + 1;
+  body.erase(keep, mantissaEnd - keep);
+}
+
+std::string FiniteBody(double value, Spec& spec) {
+  Decimal d = ExactDecimal(value);
+  int precision = spec.precision < 0 ? 6 : spec.precision;
+  switch (spec.conversion) {
+    case u'f':
+    case u'F':
+      RoundToDigits(d, d.radix + precision);
+      return FixedBody(d, precision, spec.alternate);
+    case u'e':
+    case u'E':
+      RoundToDigits(d, precision + 1);
+      return ExponentBody(d, precision, spec.alternate, char(spec.conversion));
+  }
+  // %g and %G: the shorter of the two forms for `precision` significant digits.
+  precision = std::max(precision, 1);
+  RoundToDigits(d, precision);
+  int exponent = d.digits.empty() ? 0 : d.radix - 1;
+  std::string body;
+  if (exponent >= -4 && exponent < precision) {
+    body = FixedBody(d, precision - 1 - exponent, spec.alternate);
+    if (!spec.alternate) TrimFraction(body, body.size());
+  } else {
+    body = ExponentBody(d, precision - 1, spec.alternate, spec.conversion == u'g' ? 'e' : 'E');
+    if (!spec.alternate) TrimFraction(body, body.find_first_of("eE"));
+  }
+  return body;
+}
+
+// Infinity and NaN as the runtime spells them: "1.#INF", "1.#IND" (negative
+// NaN) or "1.#QNAN", with a precision below the length of the part after
+// "1." rounding that text up at the cut, and the usual fraction digits made
+// up with zeros.
+void AppendSpecial(Text& out, double value, Spec spec) {
+  bool g = spec.conversion == u'g' || spec.conversion == u'G';
+  if (g) --spec.precision;
+  std::string prefix = std::isinf(value) ? "1.#INF" : spec.sign == u'-' ? "1.#IND" : "1.#QNAN";
+  int fractionLength = int(prefix.size()) - 2;
+  if (spec.precision >= 0 && spec.precision < fractionLength)
+    ++prefix[size_t(spec.precision + 1)];
+
+  std::string suffix;
+  if (spec.conversion == u'e' || spec.conversion == u'E')
+    suffix = std::string(1, char(spec.conversion)) + "+000";
+  int suffixLength = !spec.alternate && g ? fractionLength : spec.precision;
+  if (suffixLength == -1 && IsOneOf(spec.conversion, "fFeE")) suffixLength = 6;
+  suffixLength += int(suffix.size()) - fractionLength;
+
+  Spec head = spec;
+  if (suffixLength > 0) head.width -= suffixLength;
+  if (head.precision >= 0) {
+    if (head.precision == 0) --head.precision;
+    head.precision += int(prefix.size()) - fractionLength;
+    prefix.resize(std::min(prefix.size(), size_t(std::max(head.precision, 0))));
+  }
+  AppendField(out, TextFromAscii(prefix), head);
+
+  Spec tail = spec;
+  tail.width = suffixLength;
+  tail.padZero = true;
+  tail.sign = 0;
+  AppendField(out, TextFromAscii(suffix), tail);
+}
+
+void AppendFloating(Text& out, double value, Spec spec) {
+  if (std::signbit(value)) {
+    spec.sign = u'-';
+    value = -value;
+  }
+  if (!std::isfinite(value)) {
+    AppendSpecial(out, value, spec);
+    return;
+  }
+  std::string body = FiniteBody(value, spec);
+  AppendField(out, TextFromAscii(body), spec);
+}
+
+int64_t IntegerOf(const FormatArg& arg) {
+  if (auto* i = std::get_if<int32_t>(&arg)) return *i;
+  if (auto* d = std::get_if<double>(&arg)) return TruncToInt32(*d);
+  return 0;
+}
+
+double FloatingOf(const FormatArg& arg) {
+  if (auto* i = std::get_if<int32_t>(&arg)) return *i;
+  if (auto* d = std::get_if<double>(&arg)) return *d;
+  return 0.0;
+}
+
+// Formats one conversion; false when its letter is not a conversion, which
+// the caller then prints as text.
+bool AppendConversion(Text& out, const Spec& spec, const FormatArg& arg) {
+  char16_t c = spec.conversion;
+  if (c == u's' || c == u'S') {
+    auto* text = std::get_if<TextView>(&arg);
+    AppendString(out, text ? *text : TextView(u"(null)"), spec);
+  } else if (c == u'c' || c == u'C') {
+    Text one(1, char16_t(IntegerOf(arg)));
+    AppendField(out, one, spec);
+  } else if (IsOneOf(c, "diouxX")) {
+    AppendInteger(out, IntegerOf(arg), spec);
+  } else if (IsOneOf(c, "eEfFgG")) {
+    AppendFloating(out, FloatingOf(arg), spec);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Text CPrintf(TextView format, const FormatArg& arg) {
+  Text out;
+  size_t i = 0;
+  while (i < format.size()) {
+    size_t percent = std::min(format.find(u'%', i), format.size());
+    out.append(format.substr(i, percent - i));
+    i = percent;
+    if (i == format.size()) break;
+    if (++i < format.size() && format[i] == u'%') {
+      out += u'%';
+      ++i;
+      continue;
+    }
+    Spec spec = ParseSpec(format, i);
+    if (AppendConversion(out, spec, arg)) ++i;
+  }
+  return out;
+}
+
+}  // namespace zel

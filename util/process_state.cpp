@@ -1,0 +1,12 @@
+#include "util/process_state.h"
+
+namespace zel {
+
+ProcessState& Process() {
+  static ProcessState state;
+  return state;
+}
+
+void ResetProcessState() { Process() = ProcessState{}; }
+
+}  // namespace zel

@@ -1,0 +1,126 @@
+#!/usr/bin/env bash
+# Builds and tests ZELGraph on Debian. Installs whatever the build needs first.
+#
+#   ./zelgraph.sh        build everything (native, sanitized, Windows x86_64 and i686)
+#                        and show what was built
+#   ./zelgraph.sh test   build everything and run every test suite: native, sanitized,
+#                        and the Windows test program under Wine
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+build=$root/build
+packages=(
+  cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev
+  g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
+  libwine-dev wine wine64 xvfb xauth
+)
+
+log() { printf '\n== %s\n' "$*"; }
+
+install_missing_packages() {
+  local missing=()
+  for p in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  log "installing ${missing[*]}"
+  local sudo=
+  [ "$(id -u)" -eq 0 ] || sudo=sudo
+  $sudo apt-get update -q
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# configure_and_build NAME [cmake options...]
+configure_and_build() {
+  local name=$1; shift
+  log "building $name"
+  cmake -S "$root" -B "$build/$name" -G Ninja -Wno-dev "$@" >/dev/null
+  cmake --build "$build/$name"
+}
+
+build_all() {
+  configure_and_build native
+  configure_and_build asan -DZELGRAPH_SANITIZE=ON -DZELGRAPH_BENCHMARKS=OFF
+  configure_and_build win64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake"
+  configure_and_build win32 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake"
+}
+
+show_built() {
+  log "built"
+  local f
+  for f in native/zelgraph_tests native/zelgraph_bench asan/zelgraph_tests \
+           win64/bin/ZELGraph.dll win64/bin/zelgraph_win_tests.exe \
+           win32/bin/ZELGraph.dll win32/bin/zelgraph_win_tests.exe; do
+    [ -e "$build/$f" ] && printf '  %-36s %8s bytes\n' "build/$f" "$(stat -c %s "$build/$f")"
+  done
+  return 0
+}
+
+# A Wine prefix of the project's own, with the null graphics driver so that
+# windows can be created without a display.
+prepare_wine_prefix() {
+  export WINEPREFIX=$build/wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  [ -f "$WINEPREFIX/.zelgraph-ready" ] && return
+  log "creating the Wine prefix"
+  wineboot -i >/dev/null 2>&1
+  wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+  wineserver -w
+  touch "$WINEPREFIX/.zelgraph-ready"
+}
+
+have_wine32() {
+  [ -x /usr/lib/wine/wine ] || dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null | grep -q 'install ok installed'
+}
+
+passed=0 failed=0 skipped=0
+
+# run_suite LABEL COMMAND...: runs one GoogleTest program and adds up its summary.
+run_suite() {
+  local label=$1; shift
+  log "testing $label"
+  local out status=0
+  out=$("$@" 2>&1) || status=$?
+  printf '%s\n' "$out" | grep -E '^\[  (FAILED|SKIPPED) |^\[==========\]|^\[  PASSED  \]' || true
+  local p f s
+  p=$(printf '%s\n' "$out" | sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' | tail -1)
+  f=$(printf '%s\n' "$out" | sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*/\1/p' | tail -1)
+  s=$(printf '%s\n' "$out" | sed -n 's/^\[  SKIPPED \] \([0-9]*\) test.*/\1/p' | tail -1)
+  if [ -z "$p" ] && [ -z "$f" ]; then
+    printf '%s\n' "$out" | tail -20
+    echo "$label did not finish (exit status $status)"
+    f=1
+  elif [ "$status" -ne 0 ] && [ -z "$f" ]; then
+    echo "$label exited with status $status"
+    f=1
+  fi
+  passed=$((passed + ${p:-0})) failed=$((failed + ${f:-0})) skipped=$((skipped + ${s:-0}))
+}
+
+run_tests() {
+  run_suite native "$build/native/zelgraph_tests"
+  run_suite "native with ASan and UBSan" env ASAN_OPTIONS=detect_leaks=1 \
+    UBSAN_OPTIONS=print_stacktrace=1 "$build/asan/zelgraph_tests"
+  prepare_wine_prefix
+  run_suite "Windows x86_64 under Wine" wine "$build/win64/bin/zelgraph_win_tests.exe"
+  if have_wine32; then
+    run_suite "Windows i686 under Wine" wine "$build/win32/bin/zelgraph_win_tests.exe"
+  else
+    log "Windows i686 tests not run: this machine has no 32-bit Wine"
+  fi
+  wineserver -k 2>/dev/null || true
+  echo
+  echo "tests: $passed passed, $failed failed, $skipped skipped"
+  [ "$failed" -eq 0 ]
+}
+
+main() {
+  install_missing_packages
+  build_all
+  case "${1:-}" in
+    "") show_built ;;
+    test) run_tests ;;
+    *) echo "usage: $0 [test]" >&2; exit 2 ;;
+  esac
+}
+
+main "$@"
