@@ -13,6 +13,9 @@ add_library(ZELGraph SHARED
   resources/zelgraph.rc
   resources/ZELGraph.def)
 set_target_properties(ZELGraph PROPERTIES PREFIX "" OUTPUT_NAME ZELGraph)
+# The .def file names the entry points undecorated; on i686 they are
+# __stdcall and the linker maps them to their decorated names.
+target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup)
 target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR}/resources)
 target_link_libraries(ZELGraph PRIVATE zelgraph_core ${static_runtime}
   ole32 oleaut32 uuid gdi32 user32)
@@ -25,6 +28,7 @@ set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
 add_subdirectory(${GTEST_SOURCE_DIR} googletest EXCLUDE_FROM_ALL)
 
 file(GLOB win_test_sources CONFIGURE_DEPENDS tests/win/*.cpp)
+list(APPEND win_test_sources control/platform_win.cpp)
 add_executable(zelgraph_win_tests ${win_test_sources})
 target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core gtest gtest_main
   ${static_runtime} oleaut32 ole32 gdi32 user32)

@@ -1,0 +1,18 @@
+#pragma once
+// The Windows side of the core's platform hooks, and conversions between the
+// core's platform-shaped records and the real ones.
+#include <windows.h>
+
+#include "util/automation_date.h"
+#include "util/font_spec.h"
+
+namespace zel {
+
+// Screen resolution from the display's device context, time from the system
+// clock.
+void InstallWindowsPlatformHooks();
+
+LOGFONTW ToLogFontW(const LogFont& font);
+SystemTime FromSystemTime(const SYSTEMTIME& time);
+
+}  // namespace zel
