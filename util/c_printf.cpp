@@ -10,7 +10,7 @@
 namespace zel {
 namespace {
 
-struct Spec {
+struct Conversion {
   bool leftAlign = false;
   bool padZero = false;
   bool alternate = false;
@@ -19,7 +19,7 @@ struct Spec {
   int precision = -1;
   bool shortInteger = false;
   bool longInteger = false;
-  char16_t conversion = 0;
+  char16_t letter = 0;
 };
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
@@ -36,105 +36,105 @@ int ParseNumber(TextView format, size_t& i) {
 
 // Parses the part of a conversion between "%" and its letter; `i` is left on
 // the letter (or at the end of the format).
-Spec ParseSpec(TextView format, size_t& i) {
-  Spec spec;
+Conversion ParseConversion(TextView format, size_t& i) {
+  Conversion conv;
   for (; i < format.size(); ++i) {
     char16_t c = format[i];
     if (c == u'+' || c == u' ') {
-      if (spec.sign != u'+') spec.sign = c;
+      if (conv.sign != u'+') conv.sign = c;
     } else if (c == u'-') {
-      spec.leftAlign = true;
+      conv.leftAlign = true;
     } else if (c == u'0') {
-      spec.padZero = true;
+      conv.padZero = true;
     } else if (c == u'#') {
-      spec.alternate = true;
+      conv.alternate = true;
     } else {
       break;
     }
   }
   if (i < format.size() && format[i] == u'*') ++i;  // no second argument to take it from
-  spec.width = ParseNumber(format, i);
+  conv.width = ParseNumber(format, i);
   if (i < format.size() && format[i] == u'.') {
     ++i;
     if (i < format.size() && format[i] == u'*') ++i;
-    spec.precision = ParseNumber(format, i);
+    conv.precision = ParseNumber(format, i);
   }
   auto next = [&](size_t k) { return i + k < format.size() ? format[i + k] : u'\0'; };
   while (i < format.size()) {
     char16_t c = format[i];
     if (c == u'l' && next(1) == u'l') {
-      spec.longInteger = true;
+      conv.longInteger = true;
       i += 2;
     } else if (c == u'I' && next(1) == u'6' && next(2) == u'4') {
-      spec.longInteger = true;
+      conv.longInteger = true;
       i += 3;
     } else if (c == u'I' && next(1) == u'3' && next(2) == u'2') {
       i += 3;
     } else if ((c == u'I' || c == u'z' || c == u't') && IsOneOf(next(1), "diouxX")) {
-      spec.longInteger = sizeof(void*) == 8;
+      conv.longInteger = sizeof(void*) == 8;
       ++i;
     } else if (c == u'h') {
-      spec.shortInteger = true;
+      conv.shortInteger = true;
       ++i;
     } else if (IsOneOf(c, "lLwFNj")) {
-      spec.longInteger |= c == u'j';
+      conv.longInteger |= c == u'j';
       ++i;
     } else {
       break;
     }
   }
-  if (i < format.size()) spec.conversion = format[i];
-  return spec;
+  if (i < format.size()) conv.letter = format[i];
+  return conv;
 }
 
 // Pads a converted body to the field width, placing the sign as the runtime
 // does: before zero padding, after space padding.
-void AppendField(Text& out, TextView body, Spec spec) {
-  if (spec.sign && !IsOneOf(spec.conversion, "diaAeEfFgG")) spec.sign = 0;
-  int width = spec.width - (spec.sign ? 1 : 0);
+void AppendField(Text& out, TextView body, Conversion conv) {
+  if (conv.sign && !IsOneOf(conv.letter, "diaAeEfFgG")) conv.sign = 0;
+  int width = conv.width - (conv.sign ? 1 : 0);
   int padding = std::max(0, width - int(body.size()));
-  if (spec.sign && spec.padZero) out += spec.sign;
-  if (!spec.leftAlign) out.append(size_t(padding), spec.padZero ? u'0' : u' ');
-  if (spec.sign && !spec.padZero) out += spec.sign;
+  if (conv.sign && conv.padZero) out += conv.sign;
+  if (!conv.leftAlign) out.append(size_t(padding), conv.padZero ? u'0' : u' ');
+  if (conv.sign && !conv.padZero) out += conv.sign;
   out += body;
-  if (spec.leftAlign) out.append(size_t(padding), u' ');
+  if (conv.leftAlign) out.append(size_t(padding), u' ');
 }
 
-void AppendString(Text& out, TextView text, Spec spec) {
+void AppendString(Text& out, TextView text, Conversion conv) {
   text = text.substr(0, text.find(u'\0'));
-  if (spec.precision >= 0) text = text.substr(0, size_t(spec.precision));
-  AppendField(out, text, spec);
+  if (conv.precision >= 0) text = text.substr(0, size_t(conv.precision));
+  AppendField(out, text, conv);
 }
 
-void AppendInteger(Text& out, int64_t value, Spec spec) {
-  bool isSigned = spec.conversion == u'd' || spec.conversion == u'i';
+void AppendInteger(Text& out, int64_t value, Conversion conv) {
+  bool isSigned = conv.letter == u'd' || conv.letter == u'i';
   uint64_t magnitude;
   if (isSigned) {
-    if (spec.shortInteger) value = int16_t(value);
-    if (value < 0) spec.sign = u'-';
+    if (conv.shortInteger) value = int16_t(value);
+    if (value < 0) conv.sign = u'-';
     magnitude = value < 0 ? 0 - uint64_t(value) : uint64_t(value);
   } else {
-    magnitude = spec.shortInteger ? uint16_t(value)
-              : spec.longInteger  ? uint64_t(value)
+    magnitude = conv.shortInteger ? uint16_t(value)
+              : conv.longInteger  ? uint64_t(value)
                                   : uint32_t(value);
   }
-  unsigned base = spec.conversion == u'o' ? 8 : IsOneOf(spec.conversion, "xX") ? 16 : 10;
-  const char* digits = spec.conversion == u'X' ? "0123456789ABCDEF" : "0123456789abcdef";
-  if (base == 16 && spec.padZero && spec.alternate && !spec.leftAlign &&
-      spec.precision < spec.width - 2)
-    spec.precision = spec.width - 2;
+  unsigned base = conv.letter == u'o' ? 8 : IsOneOf(conv.letter, "xX") ? 16 : 10;
+  const char* digits = conv.letter == u'X' ? "0123456789ABCDEF" : "0123456789abcdef";
+  if (base == 16 && conv.padZero && conv.alternate && !conv.leftAlign &&
+      conv.precision < conv.width - 2)
+    conv.precision = conv.width - 2;
 
   std::string reversed;
   if (magnitude == 0) {
-    spec.alternate = false;
-    if (spec.precision != 0) reversed = "0";
+    conv.alternate = false;
+    if (conv.precision != 0) reversed = "0";
   }
   for (; magnitude; magnitude /= base) reversed += digits[magnitude % base];
-  while (int(reversed.size()) < spec.precision) reversed += '0';
-  if (spec.alternate && base == 16) reversed += spec.conversion == u'X' ? "X0" : "x0";
-  if (spec.alternate && base == 8 && reversed.back() != '0') reversed += '0';
+  while (int(reversed.size()) < conv.precision) reversed += '0';
+  if (conv.alternate && base == 16) reversed += conv.letter == u'X' ? "X0" : "x0";
+  if (conv.alternate && base == 8 && reversed.back() != '0') reversed += '0';
   std::reverse(reversed.begin(), reversed.end());
-  AppendField(out, TextFromAscii(reversed), spec);
+  AppendField(out, TextFromAscii(reversed), conv);
 }
 
 // The exact decimal expansion of a finite, non-negative double:
@@ -211,18 +211,18 @@ void TrimFraction(std::string& body, size_t mantissaEnd) {
   body.erase(keep, mantissaEnd - keep);
 }
 
-std::string FiniteBody(double value, Spec& spec) {
+std::string FiniteBody(double value, Conversion& conv) {
   Decimal d = ExactDecimal(value);
-  int precision = spec.precision < 0 ? 6 : spec.precision;
-  switch (spec.conversion) {
+  int precision = conv.precision < 0 ? 6 : conv.precision;
+  switch (conv.letter) {
     case u'f':
     case u'F':
       RoundToDigits(d, d.radix + precision);
-      return FixedBody(d, precision, spec.alternate);
+      return FixedBody(d, precision, conv.alternate);
     case u'e':
     case u'E':
       RoundToDigits(d, precision + 1);
-      return ExponentBody(d, precision, spec.alternate, char(spec.conversion));
+      return ExponentBody(d, precision, conv.alternate, char(conv.letter));
   }
   // %g and %G: the shorter of the two forms for `precision` significant digits.
   precision = std::max(precision, 1);
@@ -230,11 +230,11 @@ std::string FiniteBody(double value, Spec& spec) {
   int exponent = d.digits.empty() ? 0 : d.radix - 1;
   std::string body;
   if (exponent >= -4 && exponent < precision) {
-    body = FixedBody(d, precision - 1 - exponent, spec.alternate);
-    if (!spec.alternate) TrimFraction(body, body.size());
+    body = FixedBody(d, precision - 1 - exponent, conv.alternate);
+    if (!conv.alternate) TrimFraction(body, body.size());
   } else {
-    body = ExponentBody(d, precision - 1, spec.alternate, spec.conversion == u'g' ? 'e' : 'E');
-    if (!spec.alternate) TrimFraction(body, body.find_first_of("eE"));
+    body = ExponentBody(d, precision - 1, conv.alternate, conv.letter == u'g' ? 'e' : 'E');
+    if (!conv.alternate) TrimFraction(body, body.find_first_of("eE"));
   }
   return body;
 }
@@ -243,22 +243,22 @@ std::string FiniteBody(double value, Spec& spec) {
 // NaN) or "1.#QNAN", with a precision below the length of the part after
 // "1." rounding that text up at the cut, and the usual fraction digits made
 // up with zeros.
-void AppendSpecial(Text& out, double value, Spec spec) {
-  bool g = spec.conversion == u'g' || spec.conversion == u'G';
-  if (g) --spec.precision;
-  std::string prefix = std::isinf(value) ? "1.#INF" : spec.sign == u'-' ? "1.#IND" : "1.#QNAN";
+void AppendSpecial(Text& out, double value, Conversion conv) {
+  bool g = conv.letter == u'g' || conv.letter == u'G';
+  if (g) --conv.precision;
+  std::string prefix = std::isinf(value) ? "1.#INF" : conv.sign == u'-' ? "1.#IND" : "1.#QNAN";
   int fractionLength = int(prefix.size()) - 2;
-  if (spec.precision >= 0 && spec.precision < fractionLength)
-    ++prefix[size_t(spec.precision + 1)];
+  if (conv.precision >= 0 && conv.precision < fractionLength)
+    ++prefix[size_t(conv.precision + 1)];
 
   std::string suffix;
-  if (spec.conversion == u'e' || spec.conversion == u'E')
-    suffix = std::string(1, char(spec.conversion)) + "+000";
-  int suffixLength = !spec.alternate && g ? fractionLength : spec.precision;
-  if (suffixLength == -1 && IsOneOf(spec.conversion, "fFeE")) suffixLength = 6;
+  if (conv.letter == u'e' || conv.letter == u'E')
+    suffix = std::string(1, char(conv.letter)) + "+000";
+  int suffixLength = !conv.alternate && g ? fractionLength : conv.precision;
+  if (suffixLength == -1 && IsOneOf(conv.letter, "fFeE")) suffixLength = 6;
   suffixLength += int(suffix.size()) - fractionLength;
 
-  Spec head = spec;
+  Conversion head = conv;
   if (suffixLength > 0) head.width -= suffixLength;
   if (head.precision >= 0) {
     if (head.precision == 0) --head.precision;
@@ -267,24 +267,24 @@ void AppendSpecial(Text& out, double value, Spec spec) {
   }
   AppendField(out, TextFromAscii(prefix), head);
 
-  Spec tail = spec;
+  Conversion tail = conv;
   tail.width = suffixLength;
   tail.padZero = true;
   tail.sign = 0;
   AppendField(out, TextFromAscii(suffix), tail);
 }
 
-void AppendFloating(Text& out, double value, Spec spec) {
+void AppendFloating(Text& out, double value, Conversion conv) {
   if (std::signbit(value)) {
-    spec.sign = u'-';
+    conv.sign = u'-';
     value = -value;
   }
   if (!std::isfinite(value)) {
-    AppendSpecial(out, value, spec);
+    AppendSpecial(out, value, conv);
     return;
   }
-  std::string body = FiniteBody(value, spec);
-  AppendField(out, TextFromAscii(body), spec);
+  std::string body = FiniteBody(value, conv);
+  AppendField(out, TextFromAscii(body), conv);
 }
 
 int64_t IntegerOf(const FormatArg& arg) {
@@ -301,18 +301,18 @@ double FloatingOf(const FormatArg& arg) {
 
 // Formats one conversion; false when its letter is not a conversion, which
 // the caller then prints as text.
-bool AppendConversion(Text& out, const Spec& spec, const FormatArg& arg) {
-  char16_t c = spec.conversion;
+bool AppendConversion(Text& out, const Conversion& conv, const FormatArg& arg) {
+  char16_t c = conv.letter;
   if (c == u's' || c == u'S') {
     auto* text = std::get_if<TextView>(&arg);
-    AppendString(out, text ? *text : TextView(u"(null)"), spec);
+    AppendString(out, text ? *text : TextView(u"(null)"), conv);
   } else if (c == u'c' || c == u'C') {
     Text one(1, char16_t(IntegerOf(arg)));
-    AppendField(out, one, spec);
+    AppendField(out, one, conv);
   } else if (IsOneOf(c, "diouxX")) {
-    AppendInteger(out, IntegerOf(arg), spec);
+    AppendInteger(out, IntegerOf(arg), conv);
   } else if (IsOneOf(c, "eEfFgG")) {
-    AppendFloating(out, FloatingOf(arg), spec);
+    AppendFloating(out, FloatingOf(arg), conv);
   } else {
     return false;
   }
@@ -334,8 +334,8 @@ Text CPrintf(TextView format, const FormatArg& arg) {
       ++i;
       continue;
     }
-    Spec spec = ParseSpec(format, i);
-    if (AppendConversion(out, spec, arg)) ++i;
+    Conversion conv = ParseConversion(format, i);
+    if (AppendConversion(out, conv, arg)) ++i;
   }
   return out;
 }

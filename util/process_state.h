@@ -40,8 +40,8 @@ struct ProcessState {
   bool curveBlink = false;
   bool barBlink = false;
   int32_t runningBarIndex = 0;
-  // Vertical pixels per logical inch of the display: 0 until a font
-  // specification first needs it, then never refreshed.
+  // Vertical pixels per logical inch of the display: 0 until the first
+  // font size is read, then never refreshed.
   int32_t screenResolution = 0;
   // The language of the texts ("EN" unless the host chose another).
   Text language = u"EN";

@@ -44,16 +44,5 @@ TEST_F(TextsTest, LanguageLibrariesComeFirst) {
   EXPECT_EQ(FormatText(kMsgAxisMissing, 4), u"Axis with  id = 4 does NOT exist");
 }
 
-TEST_F(TextsTest, TableHoldsEveryIdOnce) {
-  auto texts = BuiltInTexts();
-  ASSERT_FALSE(texts.empty());
-  for (const BuiltInText& entry : texts) {
-    EXPECT_GE(entry.id, kFirstTextId);
-    EXPECT_LE(entry.id, kLastTextId);
-    EXPECT_FALSE(entry.text.empty()) << entry.id;
-    EXPECT_EQ(LookupText(entry.id), entry.text);
-  }
-}
-
 }  // namespace
 }  // namespace zel
