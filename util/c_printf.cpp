@@ -1,6 +1,7 @@
 #include "util/c_printf.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -144,13 +145,14 @@ struct Decimal {
   int radix = 1;
 };
 
-Decimal ExactDecimal(double value) {
+// The leading `significant` digits of a finite, non-negative double,
+// correctly rounded; trailing zeros are kept.
+Decimal DecimalDigits(double value, int significant) {
   Decimal d;
   if (value == 0) return d;
-  // 767 significant digits hold the exact value of any double.
   char buffer[800];
   auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
-                              std::chars_format::scientific, 767);
+                              std::chars_format::scientific, significant - 1);
   std::string_view text(buffer, size_t(result.ptr - buffer));
   size_t e = text.find('e');
   d.digits = std::string(1, text[0]) + std::string(text.substr(2, e - 2));
@@ -160,6 +162,36 @@ Decimal ExactDecimal(double value) {
 }
 
 // Keeps `count` leading digits, rounding half up on the first digit dropped.
+void RoundToDigits(Decimal& d, int count);
+
+// The decimal digits of a finite, non-negative double rounded half up to the
+// number of digits that `countFor(radix)` asks for. 41 correctly rounded
+// digits settle it unless every digit after the rounding digit is zero there
+// (an exact tie, or a carry from further down); then the exact expansion,
+// which never needs more than 767 digits, does.
+//
+// The 41 digits are exact outright when the expansion is no longer: below
+// 10^40 with no binary digit below 2^-34, since m * 2^-q takes at most
+// digits(m) + q * log10(5) significant decimal digits.
+bool QuickDigitsAreExact(double value) {
+  int exponent = 0;
+  double fraction = std::frexp(value, &exponent);
+  auto mantissa = uint64_t(std::ldexp(fraction, 53));
+  int lowestBit = exponent - 53 + std::countr_zero(mantissa);
+  return value < 1e40 && lowestBit >= -34;
+}
+
+template <typename CountFor>
+Decimal RoundedDecimal(double value, CountFor countFor) {
+  constexpr int kQuickDigits = 41;
+  Decimal d = DecimalDigits(value, kQuickDigits);
+  int count = countFor(d.radix);
+  bool settled = QuickDigitsAreExact(value) || count < 0 || count + 1 < int(d.digits.size());
+  if (!settled) d = DecimalDigits(value, 767);
+  RoundToDigits(d, countFor(d.radix));
+  return d;
+}
+
 void RoundToDigits(Decimal& d, int count) {
   if (count >= int(d.digits.size())) return;
   if (count < 0) {
@@ -211,22 +243,23 @@ void TrimFraction(std::string& body, size_t mantissaEnd) {
   body.erase(keep, mantissaEnd - keep);
 }
 
-std::string FiniteBody(double value, Conversion& conv) {
-  Decimal d = ExactDecimal(value);
+std::string FiniteBody(double value, const Conversion& conv) {
   int precision = conv.precision < 0 ? 6 : conv.precision;
   switch (conv.letter) {
     case u'f':
-    case u'F':
-      RoundToDigits(d, d.radix + precision);
+    case u'F': {
+      Decimal d = RoundedDecimal(value, [&](int radix) { return radix + precision; });
       return FixedBody(d, precision, conv.alternate);
+    }
     case u'e':
-    case u'E':
-      RoundToDigits(d, precision + 1);
+    case u'E': {
+      Decimal d = RoundedDecimal(value, [&](int) { return precision + 1; });
       return ExponentBody(d, precision, conv.alternate, char(conv.letter));
+    }
   }
   // %g and %G: the shorter of the two forms for `precision` significant digits.
   precision = std::max(precision, 1);
-  RoundToDigits(d, precision);
+  Decimal d = RoundedDecimal(value, [&](int) { return precision; });
   int exponent = d.digits.empty() ? 0 : d.radix - 1;
   std::string body;
   if (exponent >= -4 && exponent < precision) {
