@@ -80,7 +80,11 @@ run_suite() {
   log "testing $label"
   local out status=0
   out=$("$@" 2>&1) || status=$?
-  printf '%s\n' "$out" | grep -E '^\[  (FAILED|SKIPPED) |^\[==========\]|^\[  PASSED  \]' || true
+  if [ "$status" -eq 0 ]; then
+    printf '%s\n' "$out" | grep -E '^\[  (SKIPPED) |^\[==========\]|^\[  PASSED  \]' || true
+  else
+    printf '%s\n' "$out" | grep -v -E '^\[ +(RUN|OK) +\]' || true
+  fi
   local p f s
   p=$(printf '%s\n' "$out" | sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' | tail -1)
   f=$(printf '%s\n' "$out" | sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*/\1/p' | tail -1)

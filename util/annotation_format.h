@@ -2,12 +2,10 @@
 // The annotation formats of axes: which format the labels of an axis use,
 // chosen from the distance between two labels, and the date and time parts
 // of the graph's date-time format.
+#include "util/axis_type.h"
 #include "util/text.h"
 
 namespace zel {
-
-// Axis type codes.
-enum AxisType : int { kAxisInteger = 0, kAxisReal = 1, kAxisDiscrete = 2, kAxisTime = 3 };
 
 // The annotation format for an axis of `axisType` whose labels are
 // `annotationStep` apart (counted in time units of `timeUnitLength` days for

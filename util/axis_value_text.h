@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "util/annotation_format.h"
+#include "util/axis_type.h"
 #include "util/text.h"
 
 namespace zel {
