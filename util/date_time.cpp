@@ -34,4 +34,22 @@ float TimeUnitLength(TextView unit, const SystemTime& nowUtc) {
   return float(then - now);
 }
 
+
+Text TimeUnitName(float unitLength) { return TimeUnitName(unitLength, Platform().utcNow()); }
+
+Text TimeUnitName(float unitLength, const SystemTime& nowUtc) {
+  double now = 0;
+  SystemTime a, b;
+  if (!SystemTimeToDate(nowUtc, now) || !DateToSystemTime(now, a) ||
+      !DateToSystemTime(now + unitLength, b))
+    return Text();
+  if (a.wYear != b.wYear) return u"YEAR";
+  if (a.wMonth != b.wMonth) return u"MONTH";
+  if (a.wDay != b.wDay) return u"DAY";
+  if (a.wHour != b.wHour) return u"HOUR";
+  if (a.wMinute != b.wMinute) return u"MINUTE";
+  if (a.wSecond != b.wSecond) return u"SECOND";
+  return Text();
+}
+
 }  // namespace zel

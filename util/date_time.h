@@ -23,4 +23,10 @@ bool DateTimeToTm(double date, std::tm& time);
 float TimeUnitLength(TextView unit);
 float TimeUnitLength(TextView unit, const SystemTime& nowUtc);
 
+// The name of the largest calendar field that adding `unitLength` days to
+// the current UTC time changes ("YEAR" down to "SECOND"), or an empty text
+// when it changes none.
+Text TimeUnitName(float unitLength);
+Text TimeUnitName(float unitLength, const SystemTime& nowUtc);
+
 }  // namespace zel

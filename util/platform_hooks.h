@@ -6,6 +6,7 @@
 
 #include "util/automation_date.h"
 #include "util/text.h"
+#include "util/value.h"
 
 namespace zel {
 
@@ -18,6 +19,10 @@ struct PlatformHooks {
   // A text from the language libraries, or an empty text when they have none.
   // Default: none, so every text comes from the built-in table.
   std::function<Text(int id)> languageText;
+  // Converts a text to I4, R4, R8 or Date as the platform's VariantChangeType
+  // does (numbers and dates in the user's locale); returns 0 or its failure
+  // code. Default: plain decimal numbers ("-1.5e3", blanks around allowed).
+  std::function<int32_t(TextView text, ValueKind target, Value& out)> convertText;
 };
 
 // The installed hooks; every member is always callable.

@@ -22,6 +22,7 @@ struct DisplayText {
   Text operator()(float v) const { return Cut(CPrintf(u"%f", double(v)), kNumberTextMax); }
   Text operator()(double v) const { return Cut(CPrintf(u"%lf", v), kNumberTextMax); }
   Text operator()(const Text& v) const { return v; }
+  Text operator()(const std::shared_ptr<const HostValue>&) const { return u"####"; }
   Text operator()(DateValue v) const {
     std::tm time{};
     Text text;

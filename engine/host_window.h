@@ -1,0 +1,27 @@
+#pragma once
+// The control's window as the engine sees it. The engine holds a pointer to
+// one; it is null, or reports no window, while the control has none.
+
+namespace zel {
+
+struct ClientRect {
+  int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+// What SetScrollInfo gets: range 0..max, page and position (the minimum is 0).
+struct ScrollBarState {
+  int max = 0, page = 0, position = 0;
+  bool operator==(const ScrollBarState&) const = default;
+};
+
+class HostWindow {
+ public:
+  virtual ~HostWindow() = default;
+  virtual bool Exists() const = 0;
+  virtual ClientRect ClientRectangle() const = 0;
+  // The whole client area, erased first when `erase`.
+  virtual void Invalidate(bool erase) = 0;
+  virtual void SetScrollBar(bool vertical, const ScrollBarState& state) = 0;
+};
+
+}  // namespace zel

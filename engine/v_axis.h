@@ -1,0 +1,134 @@
+#pragma once
+// One X or Y axis of a graph: its range, steps, fonts, grid settings, limit
+// lines, category labels (DISCRETE axes), and the count of datasets and axes
+// placed on it.
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "engine/axis_props.h"
+#include "util/axis_type.h"
+#include "util/axis_value_text.h"
+#include "util/font_spec.h"
+#include "util/value.h"
+
+namespace zel {
+
+class VDataset;
+
+// A horizontal (on a Y axis) or vertical line at a fixed value.
+struct LimitValue {
+  int32_t id;
+  Value value;  // of the axis's type
+  int32_t style;
+  int32_t width;
+  Color color;
+};
+
+// A BAR dataset drawn on a DISCRETE axis; its place in the list is its slot.
+struct BarSlot {
+  const VDataset* dataset;
+  int32_t value = 0;
+};
+
+class VAxis {
+ public:
+  enum Placement : int { kLowSide = 0, kHighSide = 1, kCenter = 2, kOnAxis = 3 };
+
+  // A new axis with the defaults, then `props` when given (which may throw,
+  // as SetProperties). An axis placed on another one counts itself there.
+  VAxis(bool vertical, int type, const AxisProps* props, int placement = kLowSide,
+        VAxis* reference = nullptr, float crossingValue = 0);
+  ~VAxis();
+  VAxis(const VAxis&) = delete;
+  VAxis& operator=(const VAxis&) = delete;
+
+  bool vertical() const { return vertical_; }
+  int type() const { return type_; }
+  int placement() const { return placement_; }
+  VAxis* reference() const { return reference_; }
+  float crossingValue() const { return crossingValue_; }
+
+  // Applies a record; a min or max that cannot be converted to the axis's
+  // type raises message 107 or 108 before anything changes.
+  void SetProperties(const AxisProps& props);
+  AxisProps GetProperties() const;
+
+  // The automatic steps and annotation format, recomputed at every layout
+  // (`scale` as for the step rules).
+  void UpdateSteps(double scale);
+  float annotationStep() const { return annotationStep_; }
+  float tickStep() const { return tickStep_; }
+  float timeUnitLength() const { return timeUnitLength_; }
+  const Text& annotationFormat() const { return annotationFormat_; }
+  AxisLabelFormat LabelFormat() const;
+
+  const Value& min() const { return min_; }
+  const Value& max() const { return max_; }
+  const Text& title() const { return title_; }
+  const LogFont& axisFont() const { return axisFont_; }
+  const LogFont& annotationFont() const { return annotationFont_; }
+  Color axisColor() const { return axisColor_; }
+
+  // Whether a value lies within the fractions from..to of the axis (ends
+  // included); false when to <= from.
+  bool IsValueVisible(const Value& value, double from, double to) const;
+  // Where a value lies along the axis, 0 at its minimum and 1 at its maximum.
+  double ValueToFraction(double value) const;
+
+  // Message 115 on a DISCRETE axis, 116 for a value of the wrong type.
+  int32_t AddLimitValue(const Value& value, std::optional<Color> color,
+                        const std::optional<Text>& style, int32_t width);
+  bool RemoveLimitValue(int32_t id);
+  const std::vector<LimitValue>& limitValues() const { return limits_; }
+
+  CategoryLabels& categoryLabels() { return categoryLabels_; }
+  const CategoryLabels& categoryLabels() const { return categoryLabels_; }
+  std::vector<BarSlot>& barList() { return barList_; }
+
+  void AddRef() { ++refCount_; }
+  void Release() { --refCount_; }
+  int refCount() const { return refCount_; }
+
+ private:
+  struct Range {
+    double base, length;
+  };
+  Range NumericRange() const;
+  ValueKind StorageKind() const;
+  void ApplySteps(const AxisProps& props);
+  void ApplyAppearance(const AxisProps& props);
+
+  bool vertical_;
+  int type_;
+  int placement_;
+  VAxis* reference_;
+  float crossingValue_;
+  CategoryLabels categoryLabels_;
+  std::vector<LimitValue> limits_;
+  Value min_;
+  Value max_;
+  float annotationStep_ = 0;
+  float tickStep_ = 0;
+  float timeUnitLength_ = 0;
+  Color axisColor_ = 0;
+  LogFont axisFont_;
+  LogFont annotationFont_;
+  Text annotationFormat_;
+  Text title_;
+  int32_t titlePosition_ = 0;
+  int32_t gridMode_ = 0;
+  int32_t gridStyle_ = 0;
+  int32_t gridWidth_ = 0;
+  Color gridColor_ = 0;
+  int32_t yAxisPos_ = 1;
+  bool autoFormat_ = false;
+  bool autoStep_ = false;
+  int32_t autoScale_ = 0;
+  int32_t fntgridColor_ = 0;
+  int32_t gridEnabdle_ = 0;
+  int refCount_ = 0;
+  std::vector<BarSlot> barList_;
+};
+
+}  // namespace zel
