@@ -71,4 +71,3 @@ BENCHMARK(BM_ParseFontSpec);
 }  // namespace
 }  // namespace zel
 
-BENCHMARK_MAIN();

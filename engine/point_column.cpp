@@ -6,14 +6,14 @@ namespace zel {
 namespace {
 
 PointColumn::Storage StorageFor(int axisType) {
-  if (axisType == kAxisReal) return std::vector<float>();
-  if (axisType == kAxisTime) return std::vector<double>();
-  return std::vector<int32_t>();
+  if (axisType == kAxisReal) return PodBuffer<float>();
+  if (axisType == kAxisTime) return PodBuffer<double>();
+  return PodBuffer<int32_t>();
 }
 
 // Converts into the tail of `values`, keeping it only when every value converts.
 template <typename T, typename Convert>
-size_t AppendConverted(std::vector<T>& values, size_t n, Convert convert) {
+size_t AppendConverted(PodBuffer<T>& values, size_t n, Convert convert) {
   size_t old = values.size();
   values.resize(old + n);
   size_t failed = convert(std::span<T>(values.data() + old, n));
@@ -30,9 +30,9 @@ size_t PointColumn::size() const {
 }
 
 Value PointColumn::At(size_t i) const {
-  if (auto* v = std::get_if<std::vector<float>>(&values_)) return (*v)[i];
-  if (auto* v = std::get_if<std::vector<double>>(&values_)) return DateValue{(*v)[i]};
-  return std::get<std::vector<int32_t>>(values_)[i];
+  if (auto* v = std::get_if<PodBuffer<float>>(&values_)) return (*v)[i];
+  if (auto* v = std::get_if<PodBuffer<double>>(&values_)) return DateValue{(*v)[i]};
+  return std::get<PodBuffer<int32_t>>(values_)[i];
 }
 
 double PointColumn::NumberAt(size_t i) const {
@@ -40,17 +40,19 @@ double PointColumn::NumberAt(size_t i) const {
 }
 
 size_t PointColumn::Append(const ValueColumn& in, size_t n) {
-  if (auto* v = std::get_if<std::vector<float>>(&values_))
+  if (auto* v = std::get_if<PodBuffer<float>>(&values_))
     return AppendConverted(*v, n, [&](std::span<float> out) { return in.ConvertInto(out); });
-  if (auto* v = std::get_if<std::vector<double>>(&values_))
+  if (auto* v = std::get_if<PodBuffer<double>>(&values_))
     return AppendConverted(*v, n, [&](std::span<double> out) { return in.ConvertDatesInto(out); });
-  return AppendConverted(std::get<std::vector<int32_t>>(values_), n,
+  return AppendConverted(std::get<PodBuffer<int32_t>>(values_), n,
                          [&](std::span<int32_t> out) { return in.ConvertInto(out); });
 }
 
 void PointColumn::AppendCategories(size_t first, size_t n) {
-  auto& ints = std::get<std::vector<int32_t>>(values_);
-  for (size_t k = first; k < first + n; ++k) ints.push_back(int32_t(k + 1));
+  auto& ints = std::get<PodBuffer<int32_t>>(values_);
+  size_t old = ints.size();
+  ints.resize(old + n);
+  for (size_t i = 0; i < n; ++i) ints[old + i] = int32_t(first + i + 1);
 }
 
 void PointColumn::Truncate(size_t size) {

@@ -5,8 +5,8 @@
 // that the host gave (0.1 on a REAL axis reads back as 0.100000001490116).
 #include <cstdint>
 #include <variant>
-#include <vector>
 
+#include "engine/pod_buffer.h"
 #include "engine/value_column.h"
 #include "util/axis_type.h"
 #include "util/value.h"
@@ -15,7 +15,7 @@ namespace zel {
 
 class PointColumn {
  public:
-  using Storage = std::variant<std::vector<int32_t>, std::vector<float>, std::vector<double>>;
+  using Storage = std::variant<PodBuffer<int32_t>, PodBuffer<float>, PodBuffer<double>>;
 
   explicit PointColumn(int axisType);
 

@@ -76,19 +76,20 @@ void VDataset::SetValues(size_t n, const ValueColumn& xs, const ValueColumn& ys,
                          std::span<const int32_t> status, bool append) {
   size_t first = append ? count_ : 0;
   if (append) {
+    // Room for the statuses first, so that nothing after the conversions can fail.
     status_.reserve(first + n);
     AppendPoints(xValues_, yValues_, first, n, xs, ys);
   } else {
     PointColumn newX(AxisTypeOf(xAxis_)), newY(AxisTypeOf(yAxis_));
     AppendPoints(newX, newY, 0, n, xs, ys);
-    std::vector<int32_t> newStatus;
+    PodBuffer<int32_t> newStatus;
     newStatus.reserve(n);
     Clear();
     xValues_ = std::move(newX);
     yValues_ = std::move(newY);
     status_ = std::move(newStatus);
   }
-  status_.insert(status_.end(), status.begin(), status.begin() + ptrdiff_t(n));
+  status_.append(status.data(), n);
   try {
     WriteCategoryLabels(first, n, xs, ys);
   } catch (...) {

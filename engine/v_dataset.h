@@ -77,7 +77,7 @@ class VDataset {
   VAxis* yAxis_;
   PointColumn xValues_;
   PointColumn yValues_;
-  std::vector<int32_t> status_;
+  PodBuffer<int32_t> status_;
   Text title_;
   int lineStyle_ = 0;
   int markerShape_ = kMarkerNone;
