@@ -268,3 +268,24 @@ TEST_F(VDatasetTest, PiesKeepLabelsAsGivenAndSizesAsFloats) {
 
 }  // namespace
 }  // namespace zel
+
+namespace zel {
+namespace {
+
+TEST(DatasetKeywordsTest, DisplayTextsComeFromTheTextTableInTheirOwnOrder) {
+  EXPECT_EQ(MarkerShapeDisplayText(kMarkerDot), u"DOT");
+  EXPECT_EQ(MarkerShapeDisplayText(kMarkerBox), u"BOX");
+  EXPECT_EQ(MarkerShapeDisplayText(kMarkerNone), u"NONE");
+  EXPECT_EQ(MarkerShapeDisplayText(7), u"NONE");
+  EXPECT_EQ(LineStyleDisplayText(2), u"DOTTED");
+  EXPECT_EQ(LineStyleDisplayText(-1), u"SOLID");
+  EXPECT_EQ(DatasetTypeDisplayText(kStackedBar), u"STACKED BAR");
+  EXPECT_EQ(DatasetTypeDisplayText(9), u"???");
+  EXPECT_EQ(DatasetTypeKeyword(-1), u"???");
+  EXPECT_EQ(ListIndexText(4), u"4");
+  EXPECT_EQ(ListIndexText(6), u"1");
+  EXPECT_EQ(ListIndexText(0), u"1");
+}
+
+}  // namespace
+}  // namespace zel
