@@ -1,11 +1,32 @@
 # Windows targets, cross-built with MinGW-w64: the control module and the
 # Windows-side test program that runs under Wine.
 enable_language(RC)
+add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE _UNICODE)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
 # Everything links the C and C++ runtimes statically so that neither the host
 # nor the test machine needs MinGW's runtime libraries.
 set(static_runtime -static -static-libgcc -static-libstdc++)
+
+# The type library and the interface header, from the IDL by widl.
+set(WINE_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Standard IDL files")
+set(WINE_TLB_DIR /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Where stdole2.tlb is")
+set(widl ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl)
+set(idl ${PROJECT_SOURCE_DIR}/resources/zelgraph.idl)
+set(generated ${PROJECT_BINARY_DIR}/generated)
+set(widl_flags -I${WINE_IDL_DIR} -L${WINE_TLB_DIR})
+add_custom_command(
+  OUTPUT ${generated}/zelgraph_idl.h ${generated}/zelgraph_i.c ${generated}/zelgraph.tlb
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${generated}
+  COMMAND ${widl} ${widl_flags} -h -o ${generated}/zelgraph_idl.h ${idl}
+  COMMAND ${widl} ${widl_flags} -u -o ${generated}/zelgraph_i.c ${idl}
+  COMMAND ${widl} ${widl_flags} -t -o ${generated}/zelgraph.tlb ${idl}
+  DEPENDS ${idl}
+  COMMENT "Compiling the type library")
+set_source_files_properties(${generated}/zelgraph_i.c PROPERTIES LANGUAGE CXX)
+set_source_files_properties(resources/zelgraph.rc PROPERTIES OBJECT_DEPENDS ${generated}/zelgraph.tlb)
+add_library(zelgraph_interface STATIC ${generated}/zelgraph_i.c)
+target_include_directories(zelgraph_interface PUBLIC ${generated})
 
 file(GLOB control_sources CONFIGURE_DEPENDS control/*.cpp pages/*.cpp)
 add_library(ZELGraph SHARED
@@ -16,9 +37,9 @@ set_target_properties(ZELGraph PROPERTIES PREFIX "" OUTPUT_NAME ZELGraph)
 # The .def file names the entry points undecorated; on i686 they are
 # __stdcall and the linker maps them to their decorated names.
 target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup)
-target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR}/resources)
-target_link_libraries(ZELGraph PRIVATE zelgraph_core ${static_runtime}
-  ole32 oleaut32 uuid gdi32 user32)
+target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR}/resources ${generated})
+target_link_libraries(ZELGraph PRIVATE zelgraph_core zelgraph_interface ${static_runtime}
+  ole32 oleaut32 uuid gdi32 user32 advapi32 shlwapi)
 
 # GoogleTest, built for Windows from Debian's sources.
 set(GTEST_SOURCE_DIR /usr/src/googletest CACHE PATH "GoogleTest sources")
@@ -30,6 +51,6 @@ add_subdirectory(${GTEST_SOURCE_DIR} googletest EXCLUDE_FROM_ALL)
 file(GLOB win_test_sources CONFIGURE_DEPENDS tests/win/*.cpp)
 list(APPEND win_test_sources control/platform_win.cpp)
 add_executable(zelgraph_win_tests ${win_test_sources})
-target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core gtest gtest_main
-  ${static_runtime} oleaut32 ole32 gdi32 user32)
+target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core zelgraph_interface gtest gtest_main
+  ${static_runtime} oleaut32 ole32 uuid gdi32 user32 advapi32)
 add_dependencies(zelgraph_win_tests ZELGraph)

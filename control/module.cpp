@@ -1,23 +1,52 @@
-// The module's entry points: loading, class objects and registration.
-#include <windows.h>
+// The module's entry points: loading, class objects and unloading.
+#include "control/module.h"
 
+#include <atomic>
+
+#include "control/class_factory.h"
 #include "control/platform_win.h"
+#include "control/vx_graph.h"
+#include "zelgraph_idl.h"
+
+namespace zel {
+namespace {
+
+HINSTANCE moduleInstance = nullptr;
+std::atomic<long> locks{0};
+
+}  // namespace
+
+HINSTANCE ModuleInstance() { return moduleInstance; }
+
+std::wstring ModulePath() {
+  wchar_t path[MAX_PATH];
+  DWORD length = GetModuleFileNameW(moduleInstance, path, MAX_PATH);
+  return std::wstring(path, length);
+}
+
+void LockModule() { ++locks; }
+void UnlockModule() { --locks; }
+
+}  // namespace zel
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
   if (reason == DLL_PROCESS_ATTACH) {
+    zel::moduleInstance = instance;
     DisableThreadLibraryCalls(instance);
     zel::InstallWindowsPlatformHooks();
   }
   return TRUE;
 }
 
-extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID, REFIID, LPVOID* object) {
-  if (object) *object = nullptr;
-  return CLASS_E_CLASSNOTAVAILABLE;
+extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID clsid, REFIID iid, LPVOID* object) {
+  if (!object) return E_POINTER;
+  *object = nullptr;
+  if (!IsEqualCLSID(clsid, CLSID_VX_Graph)) return CLASS_E_CLASSNOTAVAILABLE;
+  auto* factory = new (std::nothrow) zel::ClassFactory(zel::CVX_Graph::Create);
+  if (!factory) return E_OUTOFMEMORY;
+  HRESULT hr = factory->QueryInterface(iid, object);
+  factory->Release();
+  return hr;
 }
 
-extern "C" HRESULT WINAPI DllCanUnloadNow() { return S_OK; }
-
-extern "C" HRESULT WINAPI DllRegisterServer() { return S_OK; }
-
-extern "C" HRESULT WINAPI DllUnregisterServer() { return S_OK; }
+extern "C" HRESULT WINAPI DllCanUnloadNow() { return zel::locks == 0 ? S_OK : S_FALSE; }

@@ -223,6 +223,29 @@ std::optional<int32_t> VGraph::AddHairline(float xposPercent, std::optional<Colo
   return id;
 }
 
+Hairline* VGraph::FindHairline(int32_t id) {
+  auto it = std::find_if(hairlines_.begin(), hairlines_.end(), [id](auto& h) { return h.id == id; });
+  return it == hairlines_.end() ? nullptr : &*it;
+}
+
+bool VGraph::RemoveHairline(int32_t id) {
+  Hairline* hairline = FindHairline(id);
+  if (!hairline) return false;
+  hairlines_.erase(hairlines_.begin() + (hairline - hairlines_.data()));
+  if (hairlines_.empty()) hairlines_.shrink_to_fit();
+  Repaint();
+  return true;
+}
+
+VGraph::ShowDatasetResult VGraph::AddHairlineShowDataset(int32_t datasetId) {
+  if (!FindDataset(datasetId)) return ShowDatasetResult::kUnknownDataset;
+  auto free = std::find(hairlineDatasets_.begin(), hairlineDatasets_.end(), -1);
+  if (free == hairlineDatasets_.end()) return ShowDatasetResult::kFull;
+  *free = datasetId;
+  Repaint();
+  return ShowDatasetResult::kAdded;
+}
+
 void VGraph::SetScrollbars(int horizontal, int vertical) {
   if (horizontal >= 0) horizontalScrollbar_ = horizontal > 0;
   if (vertical >= 0) verticalScrollbar_ = vertical > 0;

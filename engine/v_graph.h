@@ -96,6 +96,16 @@ class VGraph {
   // Hairlines; a pie graph takes none. Ids come from one counter of the process.
   std::optional<int32_t> AddHairline(float xposPercent, std::optional<Color> color, int16_t width);
   const std::vector<Hairline>& hairlines() const { return hairlines_; }
+  // The hairline of an id, or null.
+  Hairline* FindHairline(int32_t id);
+  // False for an unknown id; the others keep their order.
+  bool RemoveHairline(int32_t id);
+  // Remembers a dataset whose values the hairlines show, in the first of
+  // 20 free places.
+  enum class ShowDatasetResult { kAdded, kUnknownDataset, kFull };
+  ShowDatasetResult AddHairlineShowDataset(int32_t datasetId);
+  // The colours of points of status 1, 2 and 9, and a fourth one.
+  std::array<int32_t, 4>& markerStatusColors() { return markerStatusColors_; }
 
   // Negative leaves a flag as it is; anything else sets it to (value > 0).
   void SetScrollbars(int horizontal, int vertical);
@@ -150,6 +160,7 @@ class VGraph {
   std::vector<Hairline> hairlines_;
   int32_t xAxisHairline_ = -1;
   std::array<int32_t, 20> hairlineDatasets_;
+  std::array<int32_t, 4> markerStatusColors_{};
   int32_t mouseMode_ = 0;
   bool horizontalScrollbar_ = false;
   bool verticalScrollbar_ = false;

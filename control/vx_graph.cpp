@@ -1,0 +1,112 @@
+// The control object: its life, its COM identity and dispatch, errors and
+// connection points.
+#include "control/vx_graph.h"
+
+#include <olectl.h>
+
+#include <new>
+
+#include "control/com_support.h"
+#include "control/module.h"
+#include "control/type_library.h"
+
+namespace zel {
+
+HRESULT CVX_Graph::Create(IUnknown*, REFIID iid, void** object) {
+  CVX_Graph* control = new (std::nothrow) CVX_Graph();
+  if (!control) return E_OUTOFMEMORY;
+  HRESULT hr = control->QueryInterface(iid, object);
+  control->Release();
+  return hr;
+}
+
+CVX_Graph::CVX_Graph() : graph_(std::make_unique<VGraph>(nullptr)), events_(this) {
+  VariantInit(&version_);
+  V_VT(&version_) = VT_R4;
+  V_R4(&version_) = 0;
+  LockModule();
+}
+
+CVX_Graph::~CVX_Graph() {
+  VariantClear(&version_);
+  UnlockModule();
+}
+
+STDMETHODIMP CVX_Graph::QueryInterface(REFIID iid, void** object) {
+  IVX_Graph* self = this;
+  return QueryFromTable(iid, object,
+                        {{IID_IUnknown, self},
+                         {IID_IDispatch, self},
+                         {IID_IVX_Graph, self},
+                         {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(this)},
+                         {IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(this)},
+                         {IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(this)},
+                         {IID_IConnectionPointContainer, static_cast<IConnectionPointContainer*>(this)}});
+}
+
+STDMETHODIMP_(ULONG) CVX_Graph::AddRef() { return InterlockedIncrement(&refs_); }
+
+STDMETHODIMP_(ULONG) CVX_Graph::Release() {
+  LONG refs = InterlockedDecrement(&refs_);
+  if (refs == 0) delete this;
+  return ULONG(refs);
+}
+
+STDMETHODIMP CVX_Graph::GetTypeInfoCount(UINT* count) {
+  if (!count) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
+  if (!info) return E_POINTER;
+  *info = nullptr;
+  if (index != 0) return DISP_E_BADINDEX;
+  return TypeInfoOf(IID_IVX_Graph, info);
+}
+
+STDMETHODIMP CVX_Graph::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+  ComPtr<ITypeInfo> info;
+  HRESULT hr = TypeInfoOf(IID_IVX_Graph, info.put());
+  return SUCCEEDED(hr) ? info->GetIDsOfNames(names, count, ids) : hr;
+}
+
+STDMETHODIMP CVX_Graph::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
+                               VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
+  ComPtr<ITypeInfo> info;
+  HRESULT hr = TypeInfoOf(IID_IVX_Graph, info.put());
+  if (FAILED(hr)) return hr;
+  return info->Invoke(static_cast<IVX_Graph*>(this), id, flags, params, result, exception,
+                      argumentError);
+}
+
+STDMETHODIMP CVX_Graph::InterfaceSupportsErrorInfo(REFIID iid) {
+  return IsEqualIID(iid, IID_IVX_Graph) ? S_OK : S_FALSE;
+}
+
+STDMETHODIMP CVX_Graph::GetClassInfo(ITypeInfo** info) {
+  if (!info) return E_POINTER;
+  return TypeInfoOf(CLSID_VX_Graph, info);
+}
+
+STDMETHODIMP CVX_Graph::GetGUID(DWORD kind, GUID* guid) {
+  if (!guid) return E_POINTER;
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
+  *guid = DIID__IVX_GraphEvents;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::EnumConnectionPoints(IEnumConnectionPoints** points) {
+  return events_.EnumerateSelf(points);
+}
+
+STDMETHODIMP CVX_Graph::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
+  if (!point) return E_POINTER;
+  *point = nullptr;
+  if (!IsEqualIID(iid, DIID__IVX_GraphEvents)) return CONNECT_E_NOCONNECTION;
+  *point = &events_;
+  events_.AddRef();
+  return S_OK;
+}
+
+}  // namespace zel

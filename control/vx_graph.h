@@ -1,0 +1,188 @@
+#pragma once
+// The VX_Graph control: the automation object over one graph engine.
+#include <windows.h>
+#include <ocidl.h>
+
+#include <array>
+#include <memory>
+
+#include "control/event_source.h"
+#include "engine/v_graph.h"
+#include "zelgraph_idl.h"
+
+namespace zel {
+
+class CVX_Graph final : public IVX_Graph,
+                  public ISupportErrorInfo,
+                  public IProvideClassInfo2,
+                  public IConnectionPointContainer {
+ public:
+  static HRESULT Create(IUnknown* outer, REFIID iid, void** object);
+
+  // IUnknown
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override;
+  STDMETHODIMP_(ULONG) Release() override;
+
+  // IDispatch, through the type library
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT index, LCID lcid, ITypeInfo** info) override;
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID lcid, WORD flags, DISPPARAMS* params,
+                      VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
+
+  // ISupportErrorInfo
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override;
+  // IProvideClassInfo2
+  STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
+  STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
+  // IConnectionPointContainer
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
+  STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
+
+  // IVX_Graph: properties
+  STDMETHODIMP put_BackColor(OLE_COLOR color) override;
+  STDMETHODIMP get_BackColor(OLE_COLOR* color) override;
+  STDMETHODIMP put_Enabled(VARIANT_BOOL enabled) override;
+  STDMETHODIMP get_Enabled(VARIANT_BOOL* enabled) override;
+  STDMETHODIMP get_Margins(VARIANT* margins) override;
+  STDMETHODIMP put_Margins(VARIANT margins) override;
+  STDMETHODIMP get_ZoomRect(VARIANT* rect) override;
+  STDMETHODIMP put_ZoomRect(VARIANT rect) override;
+  STDMETHODIMP get_MouseMode(BSTR* mode) override;
+  STDMETHODIMP put_MouseMode(BSTR mode) override;
+  STDMETHODIMP get_HorizontalScrollbarEnabled(LONG* value) override;
+  STDMETHODIMP put_HorizontalScrollbarEnabled(LONG value) override;
+  STDMETHODIMP get_VerticalScrollbarEnabled(LONG* value) override;
+  STDMETHODIMP put_VerticalScrollbarEnabled(LONG value) override;
+  STDMETHODIMP get_LegendEnabled(LONG* value) override;
+  STDMETHODIMP put_LegendEnabled(LONG value) override;
+  STDMETHODIMP get_LegendPosition(BSTR* position) override;
+  STDMETHODIMP put_LegendPosition(BSTR position) override;
+  STDMETHODIMP put_SuspendDraw(LONG suspend) override;
+  STDMETHODIMP get_PropertiesModificationAllowed(LONG* value) override;
+  STDMETHODIMP put_PropertiesModificationAllowed(LONG value) override;
+  STDMETHODIMP get_ComnYAxesProps(LONG* value) override;
+  STDMETHODIMP put_ComnYAxesProps(LONG value) override;
+  STDMETHODIMP get_ComnYAxesPropsChkBoxEnable(LONG* value) override;
+  STDMETHODIMP put_ComnYAxesPropsChkBoxEnable(LONG value) override;
+
+  // IVX_Graph: axes, datasets and their values
+  STDMETHODIMP AddXAxis(LONG id, BSTR type, VARIANT props, float ypos, VARIANT positionType,
+                        VARIANT yAxis) override;
+  STDMETHODIMP AddYAxis(LONG id, BSTR type, VARIANT props, float xpos, VARIANT positionType,
+                        VARIANT xAxis) override;
+  STDMETHODIMP SetDatasetValues(LONG id, VARIANT xvals, VARIANT yvals, VARIANT OSvals,
+                                VARIANT append) override;
+  STDMETHODIMP AddDataset(LONG id, BSTR type, LONG xAxis, LONG yAxis, VARIANT props) override;
+  STDMETHODIMP SetXAxisProperties(LONG id, VARIANT props) override;
+  STDMETHODIMP SetYAxisProperties(LONG id, VARIANT props) override;
+  STDMETHODIMP GetXAxisProperties(LONG id, VARIANT* props) override;
+  STDMETHODIMP GetYAxisProperties(LONG id, VARIANT* props) override;
+  STDMETHODIMP SetDatasetProperties(LONG id, VARIANT props) override;
+  STDMETHODIMP GetDatasetProperties(LONG id, VARIANT* props) override;
+  STDMETHODIMP GetDatasetValues(LONG id, VARIANT* values) override;
+  STDMETHODIMP RemoveDataset(LONG id) override;
+  STDMETHODIMP RemoveXAxis(LONG id) override;
+  STDMETHODIMP RemoveYAxis(LONG id) override;
+  STDMETHODIMP SetPieColorAt(LONG datasetId, LONG index, OLE_COLOR color) override;
+  STDMETHODIMP ClearDataset(LONG id) override;
+  STDMETHODIMP RemoveAllDatasets() override;
+  STDMETHODIMP EraseAll() override;
+  STDMETHODIMP EnumXAxes(VARIANT* axes) override;
+  STDMETHODIMP EnumYAxes(VARIANT* axes) override;
+  STDMETHODIMP EnumDatasets(VARIANT* datasets) override;
+  STDMETHODIMP AddLimitValue(LONG axisId, VARIANT value, VARIANT color, VARIANT style,
+                             VARIANT width, LONG* id) override;
+  STDMETHODIMP RemoveLimitValue(LONG id) override;
+
+  // IVX_Graph: hairlines, selection and highlighting
+  STDMETHODIMP AddHairline(float xpos, VARIANT color, VARIANT width, LONG* id) override;
+  STDMETHODIMP GetHairlineIntersection(LONG id, LONG datasetId, LONG snapToClosest,
+                                       VARIANT* result) override;
+  STDMETHODIMP RemoveHairline(LONG id) override;
+  STDMETHODIMP GetHairlinePosition(LONG id, float* xpos) override;
+  STDMETHODIMP GetHairlineProps(LONG id, OLE_COLOR* color, short* width) override;
+  STDMETHODIMP SetHairlineProps(LONG id, OLE_COLOR color, short width) override;
+  STDMETHODIMP SetHairlineShowXAxis(LONG id) override;
+  STDMETHODIMP AddHairlineShowDSet(LONG id) override;
+  STDMETHODIMP GetSelectedPoints(LONG all, VARIANT* points) override;
+  STDMETHODIMP ZoomToSelection() override;
+  STDMETHODIMP GetPointIntersection(LONG datasetId, LONG graphType, VARIANT* result) override;
+  STDMETHODIMP ShowHighlightedCurve(LONG curveIndex, LONG curvelogId, LONG seconds) override;
+  STDMETHODIMP HighlightCurveAndLegend(LONG curveId, LONG curveIndex) override;
+  STDMETHODIMP UpdateHighlightTimerInfo(LONG seconds) override;
+  STDMETHODIMP GetCurvelogID(int* logId) override;
+  STDMETHODIMP setMarkerColorStatus(VARIANT* colors) override;
+  STDMETHODIMP SetLoadCurveSetttingInfo(LONG curvelogId) override;
+  STDMETHODIMP GetCurveInfofromLegend(LONG* id, LONG* loadFromLegend) override;
+  STDMETHODIMP loadCurveProperty(BSTR curveName, LONG id) override;
+
+  // IVX_Graph: settings and thin entries
+  STDMETHODIMP SetClientProperty(short num, LONG id, BSTR name, LONG value) override;
+  STDMETHODIMP GetClientProperty(short num, LONG* id, BSTR* name, LONG* value) override;
+  STDMETHODIMP ShowHelp() override;
+  STDMETHODIMP SetHelpCommand(BSTR command) override;
+  STDMETHODIMP SetLanguage(BSTR language) override;
+  STDMETHODIMP SetDTFormat(BSTR format) override;
+  STDMETHODIMP PutBarWidth(VARIANT width) override;
+  STDMETHODIMP GetBarWidth(VARIANT* width) override;
+  STDMETHODIMP setDefaultAsignType() override;
+  STDMETHODIMP setSelectionFlag(LONG* flag) override;
+  STDMETHODIMP GetGraphType(VARIANT* type) override;
+  STDMETHODIMP SetGraphType(VARIANT type) override;
+  STDMETHODIMP GetVer(VARIANT* version) override;
+  STDMETHODIMP GetPreconfVersion(VARIANT version) override;
+  STDMETHODIMP setGraphColor(LONG* background, LONG* grid) override;
+  STDMETHODIMP SetGridProps(LONG* color, short* words) override;
+  STDMETHODIMP getGridProp(LONG* color, short* words) override;
+  STDMETHODIMP SetXMLColor(LONG* colors) override;
+  STDMETHODIMP GetXMLColor(LONG* colors) override;
+  STDMETHODIMP SetReportType(int* type) override;
+  STDMETHODIMP enableHZ(int* show) override;
+  STDMETHODIMP enableHZGrid(int* show) override;
+  STDMETHODIMP setEnableMode(short* mode, LONG* flags) override;
+  STDMETHODIMP enableSplitYAxis(LONG* y2, LONG* y3, LONG* y4) override;
+  STDMETHODIMP getSplitYAxis(LONG* y2, LONG* y3, LONG* y4) override;
+  STDMETHODIMP setUnitName(BSTR y1, BSTR y2, BSTR y3, BSTR y4) override;
+  STDMETHODIMP GetUnitName(BSTR* y1, BSTR* y2, BSTR* y3, BSTR* y4) override;
+  STDMETHODIMP SetListControlParent(IUnknown* parent) override;
+
+  VGraph& graph() { return *graph_; }
+
+ private:
+  CVX_Graph();
+  ~CVX_Graph();
+
+  struct ClientProperty {
+    LONG id = 0;
+    Text name;
+    LONG value = 0;
+  };
+
+  HRESULT AddAxis(bool vertical, LONG id, BSTR type, const VARIANT& props, float crossing,
+                  const VARIANT& positionType, const VARIANT& referenceAxis);
+  HRESULT SetAxisProperties(bool vertical, LONG id, const VARIANT& props);
+  HRESULT GetAxisProperties(bool vertical, LONG id, VARIANT* props);
+
+  LONG refs_ = 1;
+  std::unique_ptr<VGraph> graph_;
+  EventSource events_;
+  OLE_COLOR backColor_ = 0x80000005;  // the system's window colour
+  VARIANT_BOOL enabled_ = VARIANT_TRUE;
+  std::array<ClientProperty, 3> clientProperties_;
+  LONG legendEnabled_ = 0;
+  LONG propertiesModificationAllowed_ = 0;
+  LONG comnYAxesProps_ = 0;
+  LONG comnYAxesPropsChkBoxEnable_ = 0;
+  int showHZ_ = 0;
+  LONG barWidth_ = -1;
+  VARIANT version_;
+  LONG loadCurveId_ = -1;
+  LONG loadFromLegend_ = 0;
+  LONG curvelogId_ = 0;
+  LONG highlightIndex_ = -1;
+  LONG highlightSeconds_ = -2;
+};
+
+}  // namespace zel
