@@ -12,7 +12,7 @@ build=$root/build
 packages=(
   cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
-  libwine-dev wine wine64 xvfb xauth
+  libwine-dev wine wine64 xvfb xauth python3
 )
 
 log() { printf '\n== %s\n' "$*"; }
@@ -100,12 +100,49 @@ run_suite() {
   passed=$((passed + ${p:-0})) failed=$((failed + ${f:-0})) skipped=$((skipped + ${s:-0}))
 }
 
+# run_script LABEL SCRIPT: runs a VBScript test under Wine's cscript; it
+# prints PASS or FAIL per check and "done" when it reached its end.
+run_script() {
+  local label=$1 script=$2
+  log "testing $label"
+  local out p f
+  out=$(wine cscript //nologo "$(winepath -w "$script")" 2>&1) || true
+  p=$(printf '%s\n' "$out" | grep -c '^PASS ' || true)
+  f=$(printf '%s\n' "$out" | grep -c '^FAIL ' || true)
+  printf '%s\n' "$out" | grep '^FAIL ' || true
+  if ! printf '%s\n' "$out" | grep -q '^done'; then
+    printf '%s\n' "$out" | tail -5
+    echo "$label stopped before its end"
+    f=$((f + 1))
+  fi
+  echo "($p checks passed, $f checks failed)"
+  passed=$((passed + p)) failed=$((failed + f))
+}
+
+# run_example SCRIPT: the shipped example must run to its last line.
+run_example() {
+  log "running the example $(basename "$1")"
+  if wine cscript //nologo "$(winepath -w "$1")" 2>&1 | tee /dev/stderr | grep -q 'already exists'; then
+    passed=$((passed + 1))
+  else
+    echo "the example did not finish"
+    failed=$((failed + 1))
+  fi
+}
+
+register_control() {
+  wine regsvr32 /s "$(winepath -w "$build/win64/bin/ZELGraph.dll")" >/dev/null 2>&1
+}
+
 run_tests() {
   run_suite native "$build/native/zelgraph_tests"
   run_suite "native with ASan and UBSan" env ASAN_OPTIONS=detect_leaks=1 \
     UBSAN_OPTIONS=print_stacktrace=1 "$build/asan/zelgraph_tests"
   prepare_wine_prefix
+  register_control
   run_suite "Windows x86_64 under Wine" wine "$build/win64/bin/zelgraph_win_tests.exe"
+  run_script "a scripting host (VBScript)" "$root/tests/win/scripting_host_test.vbs"
+  run_example "$root/examples/build_and_read_graph.vbs"
   if have_wine32; then
     run_suite "Windows i686 under Wine" wine "$build/win32/bin/zelgraph_win_tests.exe"
   else

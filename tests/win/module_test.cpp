@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "control/platform_win.h"
+#include "zelgraph_idl.h"
 #include "util/font_spec.h"
 #include "util/platform_hooks.h"
 #include "util/process_state.h"
@@ -28,19 +32,87 @@ class ModuleTest : public ::testing::Test {
   HMODULE module = nullptr;
 };
 
-TEST_F(ModuleTest, ExportsTheServerEntryPoints) {
+TEST_F(ModuleTest, MakesClassObjectsForTheControlOnly) {
   ASSERT_NE(module, nullptr);
   using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
   auto getClassObject = Export<GetClassObject>("DllGetClassObject");
-  ASSERT_NE(getClassObject, nullptr);
+  auto canUnloadNow = Export<HRESULT(WINAPI*)()>("DllCanUnloadNow");
+  ASSERT_TRUE(getClassObject && canUnloadNow);
   void* object = reinterpret_cast<void*>(1);
-  EXPECT_EQ(getClassObject(GUID_NULL, IID_IUnknown, &object), CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(getClassObject(GUID_NULL, IID_IClassFactory, &object), CLASS_E_CLASSNOTAVAILABLE);
   EXPECT_EQ(object, nullptr);
-  for (const char* name : {"DllCanUnloadNow", "DllRegisterServer", "DllUnregisterServer"}) {
-    auto entry = Export<HRESULT(WINAPI*)()>(name);
-    ASSERT_NE(entry, nullptr) << name;
-    EXPECT_EQ(entry(), S_OK) << name;
-  }
+  IClassFactory* factory = nullptr;
+  ASSERT_EQ(getClassObject(CLSID_VX_Graph, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+  EXPECT_EQ(canUnloadNow(), S_FALSE);
+  IUnknown* control = nullptr;
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IVX_Graph, reinterpret_cast<void**>(&control)), S_OK);
+  EXPECT_EQ(factory->CreateInstance(factory, IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+  factory->Release();
+  EXPECT_EQ(canUnloadNow(), S_FALSE);
+  control->Release();
+  EXPECT_EQ(canUnloadNow(), S_OK);
+}
+
+// The keys registration writes, under a classes root.
+std::vector<std::wstring> RegisteredKeys() {
+  return {L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}",
+          L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}\\Control",
+          L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}\\Insertable",
+          L"ZELGraph.VX_Graph.1",
+          L"ZELGraph.VX_Graph\\CurVer",
+          L"ZELGraph.VX_GraphPropPage.1",
+          L"ZELGraph.AxesPropPage.1",
+          L"ZELGraph.DSetPropPage.1",
+          L"CLSID\\{A56B1B74-A62C-4C11-ADA4-D105A774D9B1}\\InprocServer32",
+          L"TypeLib\\{C6AB4A99-D435-4BCC-BABE-1FA152632B6F}\\1.0",
+          L"Interface\\{D8A2B09B-4A79-4F10-886C-BB0DA8FADF3F}"};
+}
+
+std::wstring ReadValue(HKEY root, const std::wstring& path, const wchar_t* name = nullptr) {
+  wchar_t text[512] = {};
+  DWORD size = sizeof text;
+  if (RegGetValueW(root, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
+    return L"<missing>";
+  return text;
+}
+
+bool KeyExists(HKEY root, const std::wstring& path) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
+  RegCloseKey(key);
+  return true;
+}
+
+TEST_F(ModuleTest, RegistersAndUnregistersExactlyItsKeys) {
+  ASSERT_NE(module, nullptr);
+  auto registerServer = Export<HRESULT(WINAPI*)()>("DllRegisterServer");
+  auto unregisterServer = Export<HRESULT(WINAPI*)()>("DllUnregisterServer");
+  auto install = Export<HRESULT(WINAPI*)(BOOL, LPCWSTR)>("DllInstall");
+  ASSERT_TRUE(registerServer && unregisterServer && install);
+
+  ASSERT_EQ(registerServer(), S_OK);
+  for (const std::wstring& key : RegisteredKeys())
+    EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, key)) << Utf8FromText(reinterpret_cast<const char16_t*>(key.c_str()));
+  std::wstring clsid = L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}";
+  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\MiscStatus\\1"), L"131473");
+  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\VersionIndependentProgID"), L"ZELGraph.VX_Graph");
+  EXPECT_NE(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\ToolboxBitmap32").find(L", 101"), std::wstring::npos);
+  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, L"ZELGraph.VX_Graph\\CurVer"), L"ZELGraph.VX_Graph.1");
+
+  ASSERT_EQ(unregisterServer(), S_OK);
+  for (const std::wstring& key : RegisteredKeys())
+    EXPECT_FALSE(KeyExists(HKEY_CLASSES_ROOT, key)) << Utf8FromText(reinterpret_cast<const char16_t*>(key.c_str()));
+
+  // Per user, under the user's own classes.
+  ASSERT_EQ(install(TRUE, L"user"), S_OK);
+  EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\ZELGraph.VX_Graph.1"));
+  EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\" + clsid));
+  ASSERT_EQ(install(FALSE, L"user"), S_OK);
+  for (const std::wstring& key : RegisteredKeys())
+    EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\" + key));
+
+  ASSERT_EQ(registerServer(), S_OK);  // as the other tests expect to find it
 }
 
 TEST_F(ModuleTest, StringTableHoldsTheBuiltInTexts) {
