@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "control/class_ids.h"
 #include "control/com_support.h"
 #include "control/module.h"
 #include "zelgraph_idl.h"
@@ -20,11 +21,6 @@ extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID library, WORD major, 
 
 namespace zel {
 namespace {
-
-// The settings pages' classes.
-const GUID kGraphPageClsid = {0xA56B1B74, 0xA62C, 0x4C11, {0xAD, 0xA4, 0xD1, 0x05, 0xA7, 0x74, 0xD9, 0xB1}};
-const GUID kAxesPageClsid = {0xF3A29BA7, 0x3BAC, 0x4366, {0x8C, 0xB9, 0xB7, 0x85, 0x8C, 0x5B, 0x42, 0x4F}};
-const GUID kCurvePageClsid = {0x4BEED615, 0x024E, 0x4EAD, {0x92, 0xE3, 0xD5, 0x24, 0xEA, 0xAA, 0x85, 0x9A}};
 
 constexpr const wchar_t* kProgId = L"ZELGraph.VX_Graph.1";
 constexpr const wchar_t* kIndependentProgId = L"ZELGraph.VX_Graph";

@@ -20,7 +20,7 @@ HRESULT CVX_Graph::Create(IUnknown*, REFIID iid, void** object) {
   return hr;
 }
 
-CVX_Graph::CVX_Graph() : graph_(std::make_unique<VGraph>(nullptr)), events_(this) {
+CVX_Graph::CVX_Graph() : window_(*this), graph_(std::make_unique<VGraph>(&window_)), events_(this) {
   VariantInit(&version_);
   V_VT(&version_) = VT_R4;
   V_R4(&version_) = 0;
@@ -28,6 +28,7 @@ CVX_Graph::CVX_Graph() : graph_(std::make_unique<VGraph>(nullptr)), events_(this
 }
 
 CVX_Graph::~CVX_Graph() {
+  window_.Destroy();
   VariantClear(&version_);
   UnlockModule();
 }
@@ -41,7 +42,18 @@ STDMETHODIMP CVX_Graph::QueryInterface(REFIID iid, void** object) {
                          {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(this)},
                          {IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(this)},
                          {IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(this)},
-                         {IID_IConnectionPointContainer, static_cast<IConnectionPointContainer*>(this)}});
+                         {IID_IConnectionPointContainer, static_cast<IConnectionPointContainer*>(this)},
+                         {IID_IOleObject, static_cast<IOleObject*>(this)},
+                         {IID_IOleWindow, static_cast<IOleInPlaceObject*>(this)},
+                         {IID_IOleInPlaceObject, static_cast<IOleInPlaceObject*>(this)},
+                         {IID_IOleInPlaceActiveObject, static_cast<IOleInPlaceActiveObject*>(this)},
+                         {IID_IOleControl, static_cast<IOleControl*>(this)},
+                         {IID_IViewObject, static_cast<IViewObject2*>(this)},
+                         {IID_IViewObject2, static_cast<IViewObject2*>(this)},
+                         {IID_IPersist, static_cast<IPersistStreamInit*>(this)},
+                         {IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(this)},
+                         {IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(this)},
+                         {IID_ISpecifyPropertyPages, static_cast<ISpecifyPropertyPages*>(this)}});
 }
 
 STDMETHODIMP_(ULONG) CVX_Graph::AddRef() { return InterlockedIncrement(&refs_); }

@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 
+#include "control/control_window.h"
 #include "control/event_source.h"
 #include "engine/v_graph.h"
 #include "zelgraph_idl.h"
@@ -13,9 +14,17 @@
 namespace zel {
 
 class CVX_Graph final : public IVX_Graph,
-                  public ISupportErrorInfo,
-                  public IProvideClassInfo2,
-                  public IConnectionPointContainer {
+                        public ISupportErrorInfo,
+                        public IProvideClassInfo2,
+                        public IConnectionPointContainer,
+                        public IOleObject,
+                        public IOleInPlaceObject,
+                        public IOleInPlaceActiveObject,
+                        public IOleControl,
+                        public IViewObject2,
+                        public IPersistStreamInit,
+                        public IPersistPropertyBag,
+                        public ISpecifyPropertyPages {
  public:
   static HRESULT Create(IUnknown* outer, REFIID iid, void** object);
 
@@ -39,6 +48,73 @@ class CVX_Graph final : public IVX_Graph,
   // IConnectionPointContainer
   STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
   STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
+
+  // IOleObject
+  STDMETHODIMP SetClientSite(IOleClientSite* site) override;
+  STDMETHODIMP GetClientSite(IOleClientSite** site) override;
+  STDMETHODIMP SetHostNames(LPCOLESTR, LPCOLESTR) override { return S_OK; }
+  STDMETHODIMP Close(DWORD saveOption) override;
+  STDMETHODIMP SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
+  STDMETHODIMP InitFromData(IDataObject*, BOOL, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP GetClipboardData(DWORD, IDataObject** data) override;
+  STDMETHODIMP DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND parent, LPCRECT position) override;
+  STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
+  STDMETHODIMP Update() override { return S_OK; }
+  STDMETHODIMP IsUpToDate() override { return S_OK; }
+  STDMETHODIMP GetUserClassID(CLSID* clsid) override;
+  STDMETHODIMP GetUserType(DWORD form, LPOLESTR* type) override;
+  STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
+  STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
+  STDMETHODIMP Advise(IAdviseSink* sink, DWORD* connection) override;
+  STDMETHODIMP Unadvise(DWORD connection) override;
+  STDMETHODIMP EnumAdvise(IEnumSTATDATA** advise) override;
+  STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
+  STDMETHODIMP SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
+
+  // IOleInPlaceObject and IOleInPlaceActiveObject
+  STDMETHODIMP GetWindow(HWND* window) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP InPlaceDeactivate() override;
+  STDMETHODIMP UIDeactivate() override;
+  STDMETHODIMP SetObjectRects(LPCRECT position, LPCRECT clip) override;
+  STDMETHODIMP ReactivateAndUndo() override { return E_NOTIMPL; }
+  STDMETHODIMP TranslateAccelerator(LPMSG) override { return S_FALSE; }
+  STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP OnDocWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
+  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+
+  // IOleControl
+  STDMETHODIMP GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
+  STDMETHODIMP OnMnemonic(MSG*) override { return E_NOTIMPL; }
+  STDMETHODIMP OnAmbientPropertyChange(DISPID) override { return S_OK; }
+  STDMETHODIMP FreezeEvents(BOOL) override { return S_OK; }
+
+  // IViewObject2
+  STDMETHODIMP Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
+                    LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) override;
+  STDMETHODIMP GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE**) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP Freeze(DWORD, LONG, void*, DWORD*) override { return E_NOTIMPL; }
+  STDMETHODIMP Unfreeze(DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
+  STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
+  STDMETHODIMP GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) override;
+
+  // IPersistStreamInit and IPersistPropertyBag
+  STDMETHODIMP GetClassID(CLSID* clsid) override;
+  STDMETHODIMP IsDirty() override { return S_FALSE; }
+  STDMETHODIMP Load(LPSTREAM) override { return S_OK; }
+  STDMETHODIMP Save(LPSTREAM, BOOL) override { return S_OK; }
+  STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
+  STDMETHODIMP InitNew() override { return S_OK; }
+  STDMETHODIMP Load(IPropertyBag*, IErrorLog*) override { return S_OK; }
+  STDMETHODIMP Save(IPropertyBag*, BOOL, BOOL) override { return S_OK; }
+
+  // ISpecifyPropertyPages
+  STDMETHODIMP GetPages(CAUUID* pages) override;
 
   // IVX_Graph: properties
   STDMETHODIMP put_BackColor(OLE_COLOR color) override;
@@ -149,6 +225,9 @@ class CVX_Graph final : public IVX_Graph,
   STDMETHODIMP SetListControlParent(IUnknown* parent) override;
 
   VGraph& graph() { return *graph_; }
+  OLE_COLOR backColor() const { return backColor_; }
+  // Paints the control into a device context (the drawing pass comes here).
+  void DrawInto(HDC dc, const RECT& bounds);
 
  private:
   CVX_Graph();
@@ -165,8 +244,19 @@ class CVX_Graph final : public IVX_Graph,
   HRESULT SetAxisProperties(bool vertical, LONG id, const VARIANT& props);
   HRESULT GetAxisProperties(bool vertical, LONG id, VARIANT* props);
 
+  HRESULT InPlaceActivate(LONG verb, HWND parent, LPCRECT position);
+
   LONG refs_ = 1;
+  ControlWindow window_;
   std::unique_ptr<VGraph> graph_;
+  ComPtr<IOleClientSite> clientSite_;
+  ComPtr<IOleInPlaceSite> inPlaceSite_;
+  ComPtr<IOleAdviseHolder> adviseHolder_;
+  ComPtr<IAdviseSink> viewSink_;
+  DWORD viewAspects_ = 0;
+  DWORD viewFlags_ = 0;
+  SIZEL extent_{5080, 3810};  // 192 by 144 pixels, in HIMETRIC
+  bool uiActive_ = false;
   EventSource events_;
   OLE_COLOR backColor_ = 0x80000005;  // the system's window colour
   VARIANT_BOOL enabled_ = VARIANT_TRUE;

@@ -1,0 +1,116 @@
+#include "control/control_window.h"
+
+#include <olectl.h>
+
+#include "control/module.h"
+#include "control/vx_graph.h"
+
+namespace zel {
+namespace {
+
+constexpr const wchar_t* kWindowClass = L"ZELGraphControlWindow";
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+ATOM RegisterWindowClass(WNDPROC procedure) {
+  static ATOM atom = [procedure] {
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.style = CS_DBLCLKS;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = ModuleInstance();
+    windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    windowClass.lpszClassName = kWindowClass;
+    return RegisterClassExW(&windowClass);
+  }();
+  return atom;
+}
+
+COLORREF Translated(OLE_COLOR color) {
+  COLORREF rgb = kWhite;
+  return SUCCEEDED(OleTranslateColor(color, nullptr, &rgb)) ? rgb : kWhite;
+}
+
+}  // namespace
+
+bool ControlWindow::Create(HWND parent, const RECT& position) {
+  if (Exists()) return true;
+  if (!RegisterWindowClass(Procedure)) return false;
+  CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, position.left,
+                  position.top, position.right - position.left, position.bottom - position.top,
+                  parent, nullptr, ModuleInstance(), this);
+  return window_ != nullptr;
+}
+
+void ControlWindow::Destroy() {
+  if (window_ && IsWindow(window_)) DestroyWindow(window_);
+  window_ = nullptr;
+}
+
+ClientRect ControlWindow::ClientRectangle() const {
+  RECT r{};
+  GetClientRect(window_, &r);
+  return {r.left, r.top, r.right, r.bottom};
+}
+
+void ControlWindow::Invalidate(bool erase) { InvalidateRect(window_, nullptr, erase); }
+
+void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
+  SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL, 0, state.max,
+                  UINT(state.page), state.position, 0};
+  SetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info, TRUE);
+}
+
+LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+    self->window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, LONG_PTR(self));
+  }
+  auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  return self ? self->Handle(message, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE: return OnCreate();
+    case WM_SIZE: return OnSize(lParam);
+    case WM_PAINT: return OnPaint();
+    case WM_ERASEBKGND: return OnEraseBackground();
+    case WM_NCDESTROY:
+      SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+      window_ = nullptr;
+      break;
+  }
+  return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+LRESULT ControlWindow::OnCreate() {
+  LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
+  SetWindowLongPtrW(window_, GWL_STYLE, style | WS_HSCROLL | WS_VSCROLL);
+  return 0;
+}
+
+LRESULT ControlWindow::OnSize(LPARAM) {
+  control_.graph().UpdateLayoutAndRepaint();
+  return 0;
+}
+
+LRESULT ControlWindow::OnPaint() {
+  PAINTSTRUCT paint;
+  HDC dc = BeginPaint(window_, &paint);
+  RECT client;
+  GetClientRect(window_, &client);
+  control_.DrawInto(dc, client);
+  EndPaint(window_, &paint);
+  return 0;
+}
+
+// The erase is reported as done without filling anything: painting covers
+// the whole window. The brush made and dropped here is how it has always been.
+LRESULT ControlWindow::OnEraseBackground() {
+  HBRUSH brush = CreateSolidBrush(Translated(control_.backColor()));
+  DeleteObject(brush);
+  return 1;
+}
+
+}  // namespace zel

@@ -1,0 +1,38 @@
+#pragma once
+// The control's child window: the engine's HostWindow over an HWND, and the
+// window procedure that hands messages to the control.
+#include <windows.h>
+
+#include "engine/host_window.h"
+
+namespace zel {
+
+class CVX_Graph;
+
+class ControlWindow : public HostWindow {
+ public:
+  explicit ControlWindow(CVX_Graph& control) : control_(control) {}
+  ~ControlWindow() override { Destroy(); }
+
+  bool Create(HWND parent, const RECT& position);
+  void Destroy();
+  HWND handle() const { return window_; }
+
+  bool Exists() const override { return window_ && IsWindow(window_); }
+  ClientRect ClientRectangle() const override;
+  void Invalidate(bool erase) override;
+  void SetScrollBar(bool vertical, const ScrollBarState& state) override;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT OnCreate();
+  LRESULT OnSize(LPARAM lParam);
+  LRESULT OnPaint();
+  LRESULT OnEraseBackground();
+
+  CVX_Graph& control_;
+  HWND window_ = nullptr;
+};
+
+}  // namespace zel

@@ -1,0 +1,230 @@
+// The control as an OLE object: sited in a container, activated in place in
+// a window of its own, drawn on request, saved and described.
+#include <windows.h>
+#include <olectl.h>
+
+#include "control/class_ids.h"
+#include "control/com_support.h"
+#include "control/vx_graph.h"
+
+namespace zel {
+namespace {
+
+constexpr DWORD kMiscStatus = 131473;
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+COLORREF Translated(OLE_COLOR color) {
+  COLORREF rgb = kWhite;
+  return SUCCEEDED(OleTranslateColor(color, nullptr, &rgb)) ? rgb : kWhite;
+}
+
+}  // namespace
+
+void CVX_Graph::DrawInto(HDC dc, const RECT& bounds) {
+  HBRUSH brush = CreateSolidBrush(Translated(backColor_));
+  FillRect(dc, &bounds, brush);
+  DeleteObject(brush);
+}
+
+STDMETHODIMP CVX_Graph::SetClientSite(IOleClientSite* site) {
+  clientSite_ = site;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetClientSite(IOleClientSite** site) {
+  if (!site) return E_POINTER;
+  *site = clientSite_.get();
+  if (*site) (*site)->AddRef();
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::Close(DWORD) {
+  InPlaceDeactivate();
+  if (adviseHolder_) adviseHolder_->SendOnClose();
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
+  if (moniker) *moniker = nullptr;
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP CVX_Graph::GetClipboardData(DWORD, IDataObject** data) {
+  if (data) *data = nullptr;
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP CVX_Graph::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND parent,
+                               LPCRECT position) {
+  if (site && !clientSite_) clientSite_ = site;
+  switch (verb) {
+    case OLEIVERB_PRIMARY:
+    case OLEIVERB_SHOW:
+    case OLEIVERB_INPLACEACTIVATE:
+    case OLEIVERB_UIACTIVATE:
+      return InPlaceActivate(verb, parent, position);
+    case OLEIVERB_HIDE:
+      return UIDeactivate();
+    default:
+      return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+  }
+}
+
+HRESULT CVX_Graph::InPlaceActivate(LONG verb, HWND parent, LPCRECT position) {
+  if (!window_.Exists()) {
+    if (!clientSite_) return E_UNEXPECTED;
+    if (FAILED(clientSite_->QueryInterface(IID_IOleInPlaceSite, reinterpret_cast<void**>(inPlaceSite_.put()))))
+      return E_NOINTERFACE;
+    if (inPlaceSite_->CanInPlaceActivate() != S_OK) return E_FAIL;
+    inPlaceSite_->OnInPlaceActivate();
+    ComPtr<IOleInPlaceFrame> frame;
+    ComPtr<IOleInPlaceUIWindow> document;
+    RECT place{}, clip{};
+    OLEINPLACEFRAMEINFO frameInfo{sizeof frameInfo};
+    inPlaceSite_->GetWindowContext(frame.put(), document.put(), &place, &clip, &frameInfo);
+    HWND siteWindow = nullptr;
+    inPlaceSite_->GetWindow(&siteWindow);
+    if (!window_.Create(siteWindow ? siteWindow : parent, position ? *position : place))
+      return E_FAIL;
+  }
+  if (verb == OLEIVERB_UIACTIVATE || verb == OLEIVERB_PRIMARY) {
+    if (!uiActive_ && inPlaceSite_) {
+      uiActive_ = true;
+      inPlaceSite_->OnUIActivate();
+    }
+    SetFocus(window_.handle());
+  }
+  ShowWindow(window_.handle(), SW_SHOW);
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::EnumVerbs(IEnumOLEVERB** verbs) {
+  return OleRegEnumVerbs(CLSID_VX_Graph, verbs);
+}
+
+STDMETHODIMP CVX_Graph::GetUserClassID(CLSID* clsid) { return GetClassID(clsid); }
+
+STDMETHODIMP CVX_Graph::GetUserType(DWORD form, LPOLESTR* type) {
+  return OleRegGetUserType(CLSID_VX_Graph, form, type);
+}
+
+STDMETHODIMP CVX_Graph::SetExtent(DWORD aspect, SIZEL* size) {
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (!size) return E_POINTER;
+  extent_ = *size;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetExtent(DWORD aspect, SIZEL* size) {
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (!size) return E_POINTER;
+  *size = extent_;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::Advise(IAdviseSink* sink, DWORD* connection) {
+  if (!adviseHolder_ && FAILED(CreateOleAdviseHolder(adviseHolder_.put()))) return E_OUTOFMEMORY;
+  return adviseHolder_->Advise(sink, connection);
+}
+
+STDMETHODIMP CVX_Graph::Unadvise(DWORD connection) {
+  return adviseHolder_ ? adviseHolder_->Unadvise(connection) : OLE_E_NOCONNECTION;
+}
+
+STDMETHODIMP CVX_Graph::EnumAdvise(IEnumSTATDATA** advise) {
+  if (advise) *advise = nullptr;
+  return adviseHolder_ ? adviseHolder_->EnumAdvise(advise) : E_FAIL;
+}
+
+STDMETHODIMP CVX_Graph::GetMiscStatus(DWORD, DWORD* status) {
+  if (!status) return E_POINTER;
+  *status = kMiscStatus;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetWindow(HWND* window) {
+  if (!window) return E_POINTER;
+  *window = window_.handle();
+  return *window ? S_OK : E_FAIL;
+}
+
+STDMETHODIMP CVX_Graph::InPlaceDeactivate() {
+  if (!window_.Exists()) return S_OK;
+  UIDeactivate();
+  window_.Destroy();
+  if (inPlaceSite_) inPlaceSite_->OnInPlaceDeactivate();
+  inPlaceSite_ = nullptr;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::UIDeactivate() {
+  if (uiActive_ && inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+  uiActive_ = false;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::SetObjectRects(LPCRECT position, LPCRECT) {
+  if (!position) return E_POINTER;
+  if (window_.Exists())
+    MoveWindow(window_.handle(), position->left, position->top, position->right - position->left,
+               position->bottom - position->top, TRUE);
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC dc,
+                             LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (!dc || !bounds) return E_INVALIDARG;
+  RECT r{bounds->left, bounds->top, bounds->right, bounds->bottom};
+  DrawInto(dc, r);
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+  viewAspects_ = aspects;
+  viewFlags_ = flags;
+  viewSink_ = sink;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
+  if (aspects) *aspects = viewAspects_;
+  if (flags) *flags = viewFlags_;
+  if (sink) {
+    *sink = viewSink_.get();
+    if (*sink) (*sink)->AddRef();
+  }
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) {
+  return GetExtent(aspect, size);
+}
+
+STDMETHODIMP CVX_Graph::GetClassID(CLSID* clsid) {
+  if (!clsid) return E_POINTER;
+  *clsid = CLSID_VX_Graph;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetSizeMax(ULARGE_INTEGER* size) {
+  if (!size) return E_POINTER;
+  size->QuadPart = 0;
+  return S_OK;
+}
+
+STDMETHODIMP CVX_Graph::GetPages(CAUUID* pages) {
+  if (!pages) return E_POINTER;
+  pages->pElems = static_cast<GUID*>(CoTaskMemAlloc(3 * sizeof(GUID)));
+  if (!pages->pElems) {
+    pages->cElems = 0;
+    return E_OUTOFMEMORY;
+  }
+  pages->cElems = 3;
+  pages->pElems[0] = kGraphPageClsid;
+  pages->pElems[1] = kAxesPageClsid;
+  pages->pElems[2] = kCurvePageClsid;
+  return S_OK;
+}
+
+}  // namespace zel
