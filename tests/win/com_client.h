@@ -95,7 +95,9 @@ class ControlTest : public ::testing::Test {
                                reinterpret_cast<void**>(&graph)), S_OK);
   }
   void TearDown() override {
-    if (graph) EXPECT_EQ(graph->Release(), 0u);
+    if (graph) {
+      EXPECT_EQ(graph->Release(), 0u);
+    }
   }
 
   // Calls an entry by name through IDispatch::Invoke, arguments in order.
