@@ -26,6 +26,11 @@ void CVX_Graph::DrawInto(HDC dc, const RECT& bounds) {
   DeleteObject(brush);
 }
 
+void CVX_Graph::ViewChanged() {
+  if (viewSink_) viewSink_->OnViewChange(DVASPECT_CONTENT, -1);
+  if (window_.Exists() && !graph_->suspendDraw()) window_.Invalidate(true);
+}
+
 STDMETHODIMP CVX_Graph::SetClientSite(IOleClientSite* site) {
   clientSite_ = site;
   return S_OK;

@@ -245,6 +245,8 @@ class CVX_Graph final : public IVX_Graph,
   HRESULT GetAxisProperties(bool vertical, LONG id, VARIANT* props);
 
   HRESULT InPlaceActivate(LONG verb, HWND parent, LPCRECT position);
+  // Tells the container's view sink that the picture changed, and repaints.
+  void ViewChanged();
 
   LONG refs_ = 1;
   ControlWindow window_;

@@ -96,12 +96,13 @@ bool IsZoomRectangle(const Box<float>& r) {
 
 STDMETHODIMP CVX_Graph::put_BackColor(OLE_COLOR color) {
   backColor_ = color;
-  graph_->UpdateLayoutAndRepaint();
+  ViewChanged();
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_BackColor(OLE_COLOR* color) { return Read(color, backColor_); }
 STDMETHODIMP CVX_Graph::put_Enabled(VARIANT_BOOL enabled) {
   enabled_ = enabled;
+  ViewChanged();
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_Enabled(VARIANT_BOOL* enabled) { return Read(enabled, enabled_); }
