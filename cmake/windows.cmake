@@ -38,7 +38,7 @@ add_library(ZELGraph SHARED
 set_target_properties(ZELGraph PROPERTIES PREFIX "" OUTPUT_NAME ZELGraph)
 # The .def file names the entry points undecorated; on i686 they are
 # __stdcall and the linker maps them to their decorated names.
-target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup)
+target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup -s)
 target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR}/resources ${generated})
 target_link_libraries(ZELGraph PRIVATE zelgraph_core zelgraph_interface ${static_runtime}
   ole32 oleaut32 uuid gdi32 user32 advapi32 shlwapi)
