@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds and tests ZELGraph on Debian. Installs whatever the build needs first.
 #
-#   ./zelgraph.sh        build everything (native, sanitized, Windows x86_64 and i686)
-#                        and show what was built
+#   ./zelgraph.sh        build everything (native, sanitized, Windows x86_64 and i686),
+#                        register the control in the project's Wine prefix and render
+#                        the demo gallery as PNG files
 #   ./zelgraph.sh test   build everything and run every test suite: native, sanitized,
 #                        and the Windows test program under Wine
 set -euo pipefail
@@ -50,7 +51,7 @@ show_built() {
   local f
   for f in native/zelgraph_tests native/zelgraph_bench asan/zelgraph_tests \
            win64/bin/ZELGraph.dll win64/bin/zelgraph_win_tests.exe \
-           win32/bin/ZELGraph.dll win32/bin/zelgraph_win_tests.exe; do
+           win64/bin/gallery.exe win32/bin/ZELGraph.dll win32/bin/zelgraph_win_tests.exe; do
     [ -e "$build/$f" ] && printf '  %-36s %8s bytes\n' "build/$f" "$(stat -c %s "$build/$f")"
   done
   return 0
@@ -154,11 +155,22 @@ run_tests() {
   [ "$failed" -eq 0 ]
 }
 
+render_gallery() {
+  prepare_wine_prefix
+  register_control
+  log "rendering the gallery"
+  rm -rf "$build/gallery"
+  wine "$build/win64/bin/gallery.exe" "$(winepath -w "$build/gallery")"
+  wineserver -k 2>/dev/null || true
+  echo
+  echo "The gallery is in $build/gallery"
+}
+
 main() {
   install_missing_packages
   build_all
   case "${1:-}" in
-    "") show_built ;;
+    "") show_built; render_gallery ;;
     test) run_tests ;;
     *) echo "usage: $0 [test]" >&2; exit 2 ;;
   esac

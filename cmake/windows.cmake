@@ -56,3 +56,9 @@ add_executable(zelgraph_win_tests ${win_test_sources})
 target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core zelgraph_interface gtest gtest_main
   ${static_runtime} oleaut32 ole32 uuid gdi32 user32 advapi32)
 add_dependencies(zelgraph_win_tests ZELGraph)
+
+# The gallery host program of examples/: a client of the registered control.
+add_executable(gallery examples/gallery.cpp)
+target_compile_options(gallery PRIVATE -municode)
+target_link_options(gallery PRIVATE -municode)
+target_link_libraries(gallery PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 windowscodecs)
