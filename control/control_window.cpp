@@ -2,6 +2,7 @@
 
 #include <olectl.h>
 
+#include "control/gdi_surface.h"
 #include "control/module.h"
 #include "control/vx_graph.h"
 
@@ -58,6 +59,11 @@ void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
   SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL, 0, state.max,
                   UINT(state.page), state.position, 0};
   SetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info, TRUE);
+}
+
+std::unique_ptr<Surface> ControlWindow::MeasuringSurface() {
+  HDC dc = Exists() ? GetDC(window_) : nullptr;
+  return dc ? std::make_unique<GdiSurface>(dc, window_) : nullptr;
 }
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

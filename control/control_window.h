@@ -22,6 +22,7 @@ class ControlWindow : public HostWindow {
   ClientRect ClientRectangle() const override;
   void Invalidate(bool erase) override;
   void SetScrollBar(bool vertical, const ScrollBarState& state) override;
+  std::unique_ptr<Surface> MeasuringSurface() override;
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,6 +1,9 @@
 #pragma once
 // The control's window as the engine sees it. The engine holds a pointer to
 // one; it is null, or reports no window, while the control has none.
+#include <memory>
+
+#include "engine/surface.h"
 
 namespace zel {
 
@@ -22,6 +25,8 @@ class HostWindow {
   // The whole client area, erased first when `erase`.
   virtual void Invalidate(bool erase) = 0;
   virtual void SetScrollBar(bool vertical, const ScrollBarState& state) = 0;
+  // A surface over the window's device context, for measuring text.
+  virtual std::unique_ptr<Surface> MeasuringSurface() = 0;
 };
 
 }  // namespace zel

@@ -148,6 +148,29 @@ void VAxis::UpdateSteps(double scale) {
         ChooseAnnotationFormat(type_, annotationStep_, timeUnitLength_).substr(0, kFormatMax);
 }
 
+int32_t VAxis::Measure(Surface& surface, double scale, double f, TextView unitName) {
+  UpdateSteps(scale);
+  LogFont font = annotationFont_;
+  font.lfHeight = int32_t(font.lfHeight * f);
+  surface.SelectFont(font);
+  LabelExtentSample sample = LabelExtentTexts(LabelFormat(), NumberOf(min_), NumberOf(max_));
+  int32_t extent = 0;
+  for (const Text& text : sample.texts) {
+    Size size = surface.TextExtent(text);
+    extent = std::max(extent, vertical_ ? size.cx : size.cy * sample.lineCount);
+  }
+  labelExtent_ = extent;
+  thickness_ = int32_t(4 * f) + extent + int32_t(6 * f);
+  if (vertical_ && !unitName.empty()) {
+    LogFont unitFont = font;
+    unitFont.lfWeight = kFontWeightBold;
+    unitFont.lfHeight = int32_t(unitFont.lfHeight * 1.5);
+    surface.SelectFont(unitFont);
+    thickness_ += std::max(0, surface.TextExtent(unitName).cx - extent);
+  }
+  return thickness_;
+}
+
 AxisLabelFormat VAxis::LabelFormat() const {
   return {type_, annotationFormat_, &categoryLabels_};
 }

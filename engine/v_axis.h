@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/axis_props.h"
+#include "engine/surface.h"
 #include "util/axis_type.h"
 #include "util/axis_value_text.h"
 #include "util/font_spec.h"
@@ -57,6 +58,22 @@ class VAxis {
   // The automatic steps and annotation format, recomputed at every layout
   // (`scale` as for the step rules).
   void UpdateSteps(double scale);
+
+  // Measures the room the axis needs beside the plot: its steps and format,
+  // the extent of its labels in the annotation font (heights for an X axis,
+  // times the lines of a TIME label; widths for a Y axis), and its thickness
+  // int(4f) + extent + 6f, f being the printer scale. `unitName` widens a Y
+  // axis whose unit name, in the bold font one and a half times as high, is
+  // wider than its labels.
+  int32_t Measure(Surface& surface, double scale, double f = 1.0, TextView unitName = {});
+  int32_t thickness() const { return thickness_; }
+  int32_t labelExtent() const { return labelExtent_; }
+  // Where layout put the axis, in graph pixels, and for further Y axes on
+  // one side the edge they moved on to.
+  int32_t position() const { return position_; }
+  void SetPosition(int32_t position) { position_ = position; }
+  int32_t offset() const { return offset_; }
+  void SetOffset(int32_t offset) { offset_ = offset; }
   float annotationStep() const { return annotationStep_; }
   float tickStep() const { return tickStep_; }
   float timeUnitLength() const { return timeUnitLength_; }
@@ -129,6 +146,10 @@ class VAxis {
   int32_t gridEnabdle_ = 0;
   int refCount_ = 0;
   std::vector<BarSlot> barList_;
+  int32_t position_ = 0;
+  int32_t thickness_ = 0;
+  int32_t labelExtent_ = 0;
+  int32_t offset_ = 0;
 };
 
 }  // namespace zel

@@ -285,16 +285,6 @@ void VGraph::UpdateLayoutAndRepaint() {
   Repaint();
 }
 
-void VGraph::Recalculate(int width, int height) {
-  layoutWidth_ = width;
-  layoutHeight_ = height;
-  for (const auto& entry : xAxes_.entries())
-    entry.object->UpdateSteps(1.0 / double(zoomRect_.right - zoomRect_.left));
-  for (const auto& entry : yAxes_.entries())
-    entry.object->UpdateSteps(1.0 / double(zoomRect_.top - zoomRect_.bottom));
-  if (!suspendDraw_) UpdateScrollBars();
-}
-
 void VGraph::Repaint() {
   if (HasWindow() && !suspendDraw_) window_->Invalidate(true);
 }

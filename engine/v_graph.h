@@ -134,9 +134,15 @@ class VGraph {
   // Lays the graph out for the window's client size and invalidates the
   // window unless drawing is suspended; nothing without a window.
   void UpdateLayoutAndRepaint();
+  // Lays the graph out for a client of width - 1 by height - 1 pixels,
+  // measuring text on `measuring`, or on the window's device context.
+  void Recalculate(int width, int height, Surface* measuring = nullptr);
   // Size of the last layout (the client size plus one).
   int layoutWidth() const { return layoutWidth_; }
   int layoutHeight() const { return layoutHeight_; }
+  // The visible plot and the whole (unzoomed) data area, in graph pixels.
+  const Box<int32_t>& plotFrame() const { return plotFrame_; }
+  const Box<int32_t>& dataArea() const { return dataArea_; }
 
  private:
   void AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertical, int32_t id,
@@ -145,7 +151,8 @@ class VGraph {
   void RemoveAxis(IdMap<VAxis>& axes, int32_t id);
   void DestroyAxes();
   std::vector<EnumEntry> EnumAxes(const IdMap<VAxis>& axes) const;
-  void Recalculate(int width, int height);
+  void PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot);
+  void PlaceDataArea();
   void Repaint();
   bool HasWindow() const { return window_ && window_->Exists(); }
 
@@ -171,6 +178,8 @@ class VGraph {
   std::array<Text, 4> unitNames_;
   int layoutWidth_ = 0;
   int layoutHeight_ = 0;
+  Box<int32_t> plotFrame_{};
+  Box<int32_t> dataArea_{};
 };
 
 }  // namespace zel

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/host_window.h"
+#include "recording_surface.h"
 #include "engine/value_column.h"
 #include "util/platform_hooks.h"
 #include "util/process_state.h"
@@ -28,6 +29,7 @@ class FakeWindow : public HostWindow {
   void SetScrollBar(bool isVertical, const ScrollBarState& state) override {
     (isVertical ? vertical : horizontal).push_back(state);
   }
+  std::unique_ptr<Surface> MeasuringSurface() override { return std::make_unique<RecordingSurface>(); }
 };
 
 class EngineTest : public ::testing::Test {

@@ -1,0 +1,131 @@
+#include "control/gdi_surface.h"
+
+#include "control/platform_win.h"
+
+namespace zel {
+namespace {
+
+const wchar_t* Wide(TextView text) { return reinterpret_cast<const wchar_t*>(text.data()); }
+
+// Brushes for one fill, deleted after it.
+class SolidBrush {
+ public:
+  explicit SolidBrush(Color color) : brush_(CreateSolidBrush(color)) {}
+  ~SolidBrush() { DeleteObject(brush_); }
+  operator HBRUSH() const { return brush_; }
+
+ private:
+  HBRUSH brush_;
+};
+
+HRGN CreateRegion(const Region& region) {
+  if (auto* rect = std::get_if<Rect>(&region))
+    return CreateRectRgn(rect->left, rect->top, rect->right, rect->bottom);
+  if (auto* ellipse = std::get_if<Ellipse>(&region))
+    return CreateEllipticRgn(ellipse->box.left, ellipse->box.top, ellipse->box.right, ellipse->box.bottom);
+  const Polygon& polygon = std::get<Polygon>(region);
+  if (polygon.points.empty()) return nullptr;
+  return CreatePolygonRgn(reinterpret_cast<const POINT*>(polygon.points.data()), int(polygon.points.size()),
+                          polygon.mode == FillMode::kWinding ? WINDING : ALTERNATE);
+}
+
+static_assert(sizeof(Point) == sizeof(POINT));
+
+}  // namespace
+
+GdiSurface::GdiSurface(HDC dc, HWND owner) : dc_(dc), owner_(owner), savedState_(SaveDC(dc)) {}
+
+GdiSurface::~GdiSurface() {
+  // Back to the state the context came in, which selects its own objects
+  // again, so that the ones made here can go.
+  RestoreDC(dc_, savedState_);
+  for (HGDIOBJ object : owned_) DeleteObject(object);
+  if (owner_) ReleaseDC(owner_, dc_);
+}
+
+void GdiSurface::SelectOwned(HGDIOBJ object) {
+  if (!object) return;
+  owned_.push_back(object);
+  SelectObject(dc_, object);
+}
+
+void GdiSurface::Save() { SaveDC(dc_); }
+void GdiSurface::Restore() { RestoreDC(dc_, -1); }
+void GdiSurface::SetWindowOrigin(Point origin) { SetWindowOrgEx(dc_, origin.x, origin.y, nullptr); }
+
+void GdiSurface::ClipTo(const Rect& r) {
+  HRGN region = CreateRectRgn(r.left, r.top, r.right, r.bottom);
+  SelectClipRgn(dc_, region);
+  DeleteObject(region);
+}
+
+bool GdiSurface::IsVisible(const Rect& r) {
+  RECT rect{r.left, r.top, r.right, r.bottom};
+  return RectVisible(dc_, &rect);
+}
+
+void GdiSurface::SelectPen(const Pen& pen) {
+  if (pen.geometric) {
+    LOGBRUSH brush{BS_SOLID, pen.color, 0};
+    SelectOwned(ExtCreatePen(PS_GEOMETRIC | DWORD(pen.style), DWORD(pen.width), &brush, 0, nullptr));
+  } else {
+    SelectOwned(CreatePen(pen.style, pen.width, pen.color));
+  }
+}
+
+void GdiSurface::SelectFont(const LogFont& font) {
+  LOGFONTW logFont = ToLogFontW(font);
+  SelectOwned(CreateFontIndirectW(&logFont));
+}
+
+void GdiSurface::SetTextColor(Color color) { ::SetTextColor(dc_, color); }
+void GdiSurface::SetTextAlign(uint32_t flags) { ::SetTextAlign(dc_, flags); }
+void GdiSurface::SetRasterOp(RasterOp op) { SetROP2(dc_, op == RasterOp::kXor ? R2_XORPEN : R2_COPYPEN); }
+Color GdiSurface::BackgroundColor() { return GetBkColor(dc_); }
+void GdiSurface::MoveTo(Point p) { MoveToEx(dc_, p.x, p.y, nullptr); }
+void GdiSurface::LineTo(Point p) { ::LineTo(dc_, p.x, p.y); }
+
+void GdiSurface::Polyline(std::span<const Point> points) {
+  ::Polyline(dc_, reinterpret_cast<const POINT*>(points.data()), int(points.size()));
+}
+
+void GdiSurface::FillRect(const Rect& r, Color color) {
+  RECT rect{r.left, r.top, r.right, r.bottom};
+  ::FillRect(dc_, &rect, SolidBrush(color));
+}
+
+void GdiSurface::FillRegion(const Region& region, Color color) {
+  HRGN handle = CreateRegion(region);
+  if (!handle) return;
+  FillRgn(dc_, handle, SolidBrush(color));
+  DeleteObject(handle);
+}
+
+void GdiSurface::Rectangle(const Rect& r, Color fill) {
+  SolidBrush brush(fill);
+  HGDIOBJ old = SelectObject(dc_, brush);
+  ::Rectangle(dc_, r.left, r.top, r.right, r.bottom);
+  SelectObject(dc_, old);
+}
+
+void GdiSurface::Pie(const Rect& box, Point first, Point second, Color fill) {
+  SolidBrush brush(fill);
+  HGDIOBJ old = SelectObject(dc_, brush);
+  ::Pie(dc_, box.left, box.top, box.right, box.bottom, first.x, first.y, second.x, second.y);
+  SelectObject(dc_, old);
+}
+
+void GdiSurface::WriteText(Point at, TextView text) {
+  ::TextOutW(dc_, at.x, at.y, Wide(text), int(text.size()));
+}
+
+Size GdiSurface::TextExtent(TextView text) {
+  SIZE size{};
+  GetTextExtentPoint32W(dc_, Wide(text), int(text.size()), &size);
+  return {size.cx, size.cy};
+}
+
+Color GdiSurface::PixelAt(Point p) { return GetPixel(dc_, p.x, p.y); }
+int GdiSurface::Technology() { return GetDeviceCaps(dc_, TECHNOLOGY); }
+
+}  // namespace zel

@@ -1,0 +1,55 @@
+#pragma once
+// The drawing surface over a GDI device context, for one drawing call: the
+// pens, fonts and brushes it makes are deleted when it goes, after the
+// context has its original objects back.
+#include <windows.h>
+
+#include <vector>
+
+#include "engine/surface.h"
+
+namespace zel {
+
+class GdiSurface final : public Surface {
+ public:
+  // `owner`, when given, is the window whose device context `dc` is; it is
+  // released to it at the end.
+  explicit GdiSurface(HDC dc, HWND owner = nullptr);
+  ~GdiSurface() override;
+  GdiSurface(const GdiSurface&) = delete;
+  GdiSurface& operator=(const GdiSurface&) = delete;
+
+  void Save() override;
+  void Restore() override;
+  void SetWindowOrigin(Point origin) override;
+  void ClipTo(const Rect& deviceRect) override;
+  bool IsVisible(const Rect& rect) override;
+  void SelectPen(const Pen& pen) override;
+  void SelectFont(const LogFont& font) override;
+  void SetTextColor(Color color) override;
+  void SetTextAlign(uint32_t flags) override;
+  void SetRasterOp(RasterOp op) override;
+  Color BackgroundColor() override;
+  void MoveTo(Point point) override;
+  void LineTo(Point point) override;
+  void Polyline(std::span<const Point> points) override;
+  void FillRect(const Rect& rect, Color color) override;
+  void FillRegion(const Region& region, Color color) override;
+  void Rectangle(const Rect& rect, Color fill) override;
+  void Pie(const Rect& box, Point firstRadial, Point secondRadial, Color fill) override;
+  void WriteText(Point at, TextView text) override;
+  Size TextExtent(TextView text) override;
+  Color PixelAt(Point point) override;
+  int Technology() override;
+
+ private:
+  // Selects an object made for this call and keeps it for deletion.
+  void SelectOwned(HGDIOBJ object);
+
+  HDC dc_;
+  HWND owner_;
+  int savedState_;
+  std::vector<HGDIOBJ> owned_;
+};
+
+}  // namespace zel

@@ -1,0 +1,98 @@
+#include "engine/graph_error.h"
+#include "engine/v_graph.h"
+#include "engine_test_support.h"
+
+namespace zel {
+namespace {
+
+class GraphLayoutTest : public EngineTest {
+ protected:
+  FakeWindow window;  // 400 by 300: layout for 401 by 301
+  VGraph graph{&window};
+
+  static AxisProps Range(double min, double max) {
+    AxisProps props;
+    props.min = min;
+    props.max = max;
+    return props;
+  }
+  void AddY(int32_t id, int side = VAxis::kLowSide) {
+    AxisProps unit = Range(0, 1);  // labels "0.000" and "1.000": 35 pixels wide
+    graph.AddYAxis(id, kAxisReal, &unit, side);
+  }
+  Box<int32_t> Plot() const { return graph.plotFrame(); }
+};
+
+TEST_F(GraphLayoutTest, AxesTakeTheirRoomInsideTheMargins) {
+  AxisProps x = Range(0, 100);  // labels "0.0" and "100.0", 12 pixels high
+  graph.AddXAxis(1, kAxisReal, &x);
+  AddY(1);
+  EXPECT_EQ(graph.XAxis(1).thickness(), 4 + 12 + 6);
+  EXPECT_EQ(graph.YAxis(1).thickness(), 4 + 35 + 6);
+  Box<int32_t> plot = Plot();
+  EXPECT_EQ(plot.left, 45);
+  EXPECT_EQ(plot.bottom, 22);
+  EXPECT_EQ(plot.right, 400 - 10 - 10);
+  EXPECT_EQ(plot.top, 300 - 10 - 10);
+  EXPECT_EQ(graph.YAxis(1).position(), 0);
+  Box<int32_t> data = graph.dataArea();
+  EXPECT_EQ(data.left, 45);
+  EXPECT_EQ(data.right, 380);
+  EXPECT_EQ(data.bottom, 22);
+  EXPECT_EQ(data.top, 280);
+}
+
+TEST_F(GraphLayoutTest, WithoutYAxesTheMarginsAtTheSidesAreNotApplied) {
+  graph.AddXAxis(1, kAxisReal, nullptr);
+  EXPECT_EQ(Plot().left, 0);
+  EXPECT_EQ(Plot().right, 400);
+  graph.AddXAxis(2, kAxisReal, nullptr, VAxis::kHighSide);
+  EXPECT_EQ(graph.XAxis(2).position(), 280);
+  EXPECT_EQ(Plot().top, 280 - graph.XAxis(2).thickness());
+}
+
+TEST_F(GraphLayoutTest, SplitYAxesTakeRoomAndFurtherOnesStandTenPixelsApart) {
+  AddY(1);
+  AddY(2);
+  AddY(3, VAxis::kHighSide);
+  AddY(4, VAxis::kHighSide);
+  AddY(5);
+  EXPECT_EQ(Plot().left, 45);
+  EXPECT_EQ(Plot().right, 380);
+
+  Process().splitYAxis = {1, 1, 1};
+  graph.UpdateLayoutAndRepaint();
+  EXPECT_EQ(Plot().left, 45 + 45 + 10);
+  EXPECT_EQ(graph.YAxis(2).offset(), 100);
+  EXPECT_EQ(Plot().right, 380 - 45 - 45 - 10);
+  EXPECT_EQ(graph.YAxis(4).offset(), 280);
+  EXPECT_EQ(graph.YAxis(5).thickness(), 0);  // a fifth takes no room
+
+  Process().splitYAxis = {0, 1, 0};
+  graph.UpdateLayoutAndRepaint();
+  EXPECT_EQ(Plot().left, 45);
+  EXPECT_EQ(Plot().right, 380 - 45);
+}
+
+TEST_F(GraphLayoutTest, UnitNamesWiderThanTheLabelsWidenTheirAxis) {
+  AddY(1);
+  Process().splitYAxis = {1, 0, 0};
+  graph.unitNames() = {u"degrees Celsius", u"", u"", u""};
+  graph.UpdateLayoutAndRepaint();
+  EXPECT_EQ(graph.YAxis(1).thickness(), 4 + 35 + 6 + (7 * 15 - 35));
+}
+
+TEST_F(GraphLayoutTest, TheZoomRectangleScalesTheDataArea) {
+  AddY(1);
+  graph.AddXAxis(1, kAxisReal, nullptr);
+  graph.zoomRect() = {0.5f, 1.0f, 1.0f, 0.0f};
+  graph.UpdateLayoutAndRepaint();
+  Box<int32_t> plot = Plot(), data = graph.dataArea();
+  int32_t width = plot.right - plot.left + 1;
+  EXPECT_EQ(data.left, plot.left - width);
+  EXPECT_EQ(data.right, plot.right);
+  EXPECT_EQ(data.top - data.bottom, plot.top - plot.bottom);
+}
+
+}  // namespace
+}  // namespace zel
