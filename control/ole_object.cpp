@@ -5,6 +5,7 @@
 
 #include "control/class_ids.h"
 #include "control/com_support.h"
+#include "control/gdi_surface.h"
 #include "control/vx_graph.h"
 
 namespace zel {
@@ -20,10 +21,31 @@ COLORREF Translated(OLE_COLOR color) {
 
 }  // namespace
 
-void CVX_Graph::DrawInto(HDC dc, const RECT& bounds) {
-  HBRUSH brush = CreateSolidBrush(Translated(backColor_));
-  FillRect(dc, &bounds, brush);
-  DeleteObject(brush);
+// Draws off screen and copies the picture to the target in one piece.
+void CVX_Graph::DrawInto(HDC target, const RECT& bounds) {
+  int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
+  if (width < 1) width = GetDeviceCaps(target, HORZRES);
+  if (height < 1) height = GetDeviceCaps(target, VERTRES);
+  HDC memory = CreateCompatibleDC(target);
+  HBITMAP bitmap = memory ? CreateCompatibleBitmap(target, width, height) : nullptr;
+  if (!bitmap) {
+    if (memory) DeleteDC(memory);
+    return;
+  }
+  HGDIOBJ old = SelectObject(memory, bitmap);
+  COLORREF background = Translated(backColor_);
+  SetBkColor(memory, background);
+  {
+    GdiSurface surface(memory);
+    Rect local{0, 0, width, height};
+    // Without a window there is no drawing pass; the background still shows.
+    surface.FillRect(local, background);
+    graph_->Draw(surface, local, local);
+  }
+  BitBlt(target, bounds.left, bounds.top, width, height, memory, 0, 0, SRCCOPY);
+  SelectObject(memory, old);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
 }
 
 void CVX_Graph::ViewChanged() {

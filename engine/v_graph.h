@@ -140,6 +140,10 @@ class VGraph {
   // Size of the last layout (the client size plus one).
   int layoutWidth() const { return layoutWidth_; }
   int layoutHeight() const { return layoutHeight_; }
+  // Paints the graph: `bounds` is where, in device pixels, `update` the part
+  // that needs it. Nothing without a window.
+  void Draw(Surface& surface, const Rect& bounds, const Rect& update);
+
   // The visible plot and the whole (unzoomed) data area, in graph pixels.
   const Box<int32_t>& plotFrame() const { return plotFrame_; }
   const Box<int32_t>& dataArea() const { return dataArea_; }
@@ -153,6 +157,9 @@ class VGraph {
   std::vector<EnumEntry> EnumAxes(const IdMap<VAxis>& axes) const;
   void PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot);
   void PlaceDataArea();
+  Rect PlotInDevice(const Rect& bounds) const;
+  void DrawCurves(Surface& surface);
+  void DrawFreeAxes(Surface& surface);
   void Repaint();
   bool HasWindow() const { return window_ && window_->Exists(); }
 

@@ -4,8 +4,9 @@
 // usage: gallery.exe OUTPUT_FOLDER
 //
 // The control must be registered (regsvr32 ZELGraph.dll). Each graph is made
-// in a control of its own, drawn through IViewObject::Draw into a bitmap of
-// 800 by 500 pixels, and encoded with the platform's imaging codecs.
+// in a control of its own, hosted in a window of 800 by 500 pixels by ATL's
+// container window class, drawn through IViewObject::Draw into a bitmap and
+// encoded with the platform's imaging codecs.
 #include <windows.h>
 #include <ocidl.h>
 #include <wincodec.h>
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "zelgraph_idl.h"
@@ -70,15 +72,40 @@ class Bstr {
   BSTR text_;
 };
 
-IVX_Graph* NewGraph() {
-  CLSID clsid;
+// A control hosted by ATL's container window, as a dialog or form hosts it.
+struct HostedGraph {
+  HWND frame = nullptr;
+  HWND host = nullptr;
   IVX_Graph* graph = nullptr;
-  if (FAILED(CLSIDFromProgID(L"ZELGraph.VX_Graph", &clsid)) ||
-      FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IVX_Graph,
-                              reinterpret_cast<void**>(&graph))))
-    return nullptr;
-  return graph;
-}
+
+  HostedGraph() {
+    frame = CreateWindowExW(0, L"STATIC", L"gallery", WS_POPUP, 0, 0, kWidth, kHeight, nullptr,
+                            nullptr, nullptr, nullptr);
+    host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0,
+                           kWidth, kHeight, frame, nullptr, nullptr, nullptr);
+    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
+    IUnknown* control = nullptr;
+    if (host && getControl && SUCCEEDED(getControl(host, &control)) && control) {
+      control->QueryInterface(IID_IVX_Graph, reinterpret_cast<void**>(&graph));
+      control->Release();
+    }
+  }
+  ~HostedGraph() {
+    if (graph) graph->Release();
+    if (frame) DestroyWindow(frame);
+  }
+  // The control's own window, inside the container's.
+  HWND ControlWindow() const {
+    IOleWindow* window = nullptr;
+    HWND handle = nullptr;
+    if (graph && SUCCEEDED(graph->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&window)))) {
+      window->GetWindow(&handle);
+      window->Release();
+    }
+    return handle;
+  }
+};
 
 void SetValues(IVX_Graph* graph, LONG id, const std::vector<double>& xs, const std::vector<double>& ys,
                VARTYPE xType = VT_R8, std::vector<double> status = {}) {
@@ -86,6 +113,31 @@ void SetValues(IVX_Graph* graph, LONG id, const std::vector<double>& xs, const s
   Array x(xs, xType), y(ys), s(status, VT_I4);
   VARIANT append = Missing();
   graph->SetDatasetValues(id, x.v, y.v, s.v, append);
+}
+
+// Sets an axis's range and title through an AxisProps record, as compiled
+// hosts do.
+void SetRange(IVX_Graph* g, bool vertical, LONG id, double min, double max, const wchar_t* title,
+              VARTYPE type = VT_R8) {
+  const GUID axisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
+  IRecordInfo* info = nullptr;
+  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, 0, axisProps, &info))) return;
+  auto* record = static_cast<AxisProps*>(info->RecordCreate());
+  for (auto [variant, value] : {std::pair(&record->min, min), std::pair(&record->max, max)}) {
+    V_VT(variant) = type;
+    if (type == VT_I4)
+      V_I4(variant) = LONG(value);
+    else
+      V_R8(variant) = value;  // VT_R8 and VT_DATE share the field
+  }
+  record->title = SysAllocString(title);
+  VARIANT props;
+  VariantInit(&props);
+  V_VT(&props) = VT_RECORD;
+  V_RECORD(&props) = record;
+  V_RECORDINFO(&props) = info;
+  vertical ? g->SetYAxisProperties(id, props) : g->SetXAxisProperties(id, props);
+  VariantClear(&props);
 }
 
 // A temperature trend over one day on four split Y axes, with limit lines,
@@ -100,6 +152,8 @@ void TimeTrend(IVX_Graph* g) {
   VariantInit(&rightSide);
   V_VT(&rightSide) = VT_BSTR, V_BSTR(&rightSide) = right;
   for (LONG axis = 1; axis <= 4; ++axis) g->AddYAxis(axis, real, none, 0, axis % 2 ? leftSide : rightSide, missing);
+  SetRange(g, false, 1, 46347.0, 46348.0, L"Time", VT_DATE);
+  for (LONG axis = 1; axis <= 4; ++axis) SetRange(g, true, axis, 20 + 5 * axis - 6, 20 + 5 * axis + 6, L"Value");
   LONG on = 1;
   g->enableSplitYAxis(&on, &on, &on);
   std::vector<double> times;
@@ -129,6 +183,8 @@ void Bars(IVX_Graph* g) {
   VARIANT none = Empty(), missing = Missing();
   g->AddXAxis(1, discrete, none, 0, missing, missing);
   g->AddYAxis(1, integer, none, 0, missing, missing);
+  SetRange(g, false, 1, 0, 4, L"Line", VT_I4);
+  SetRange(g, true, 1, 0, 10, L"Count", VT_I4);
   g->AddDataset(1, bar, 1, 1, none);
   g->AddDataset(2, stacked, 1, 1, none);
   SetValues(g, 1, {1, 2, 3, 4}, {5, 8, 3, 6});
@@ -165,16 +221,18 @@ bool WritePng(HBITMAP bitmap, const std::wstring& path) {
   return ok;
 }
 
-bool Render(IVX_Graph* graph, const std::wstring& path) {
+bool Render(const HostedGraph& hosted, const std::wstring& path) {
   IViewObject* view = nullptr;
-  if (FAILED(graph->QueryInterface(IID_IViewObject, reinterpret_cast<void**>(&view)))) return false;
+  if (FAILED(hosted.graph->QueryInterface(IID_IViewObject, reinterpret_cast<void**>(&view)))) return false;
+  RECT client{0, 0, kWidth, kHeight};
+  if (HWND window = hosted.ControlWindow()) GetClientRect(window, &client);
   BITMAPINFO info{};
-  info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, BI_RGB};
+  info.bmiHeader = {sizeof(BITMAPINFOHEADER), client.right, -client.bottom, 1, 32, BI_RGB};
   void* bits = nullptr;
   HDC dc = CreateCompatibleDC(nullptr);
   HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
   HGDIOBJ old = SelectObject(dc, bitmap);
-  RECTL bounds{0, 0, kWidth, kHeight};
+  RECTL bounds{0, 0, client.right, client.bottom};
   bool ok = SUCCEEDED(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds,
                                  nullptr, nullptr, 0));
   SelectObject(dc, old);
@@ -194,7 +252,13 @@ int wmain(int argc, wchar_t** argv) {
   }
   std::wstring folder = argv[1];
   CreateDirectoryW(folder.c_str(), nullptr);
-  CoInitialize(nullptr);
+  OleInitialize(nullptr);
+  auto atlInit = reinterpret_cast<BOOL(WINAPI*)()>(
+      reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl.dll"), "AtlAxWinInit")));
+  if (!atlInit || !atlInit()) {
+    std::fprintf(stderr, "ATL's container window class is not available\n");
+    return 1;
+  }
   struct Picture {
     const wchar_t* name;
     void (*build)(IVX_Graph*);
@@ -202,17 +266,16 @@ int wmain(int argc, wchar_t** argv) {
   const Picture pictures[] = {{L"time_trend", TimeTrend}, {L"bars", Bars}, {L"pie", Pie}};
   int failures = 0;
   for (const Picture& picture : pictures) {
-    IVX_Graph* graph = NewGraph();
+    HostedGraph hosted;
     std::wstring path = folder + L"\\" + picture.name + L".png";
-    bool ok = graph != nullptr;
+    bool ok = hosted.graph != nullptr;
     if (ok) {
-      picture.build(graph);
-      ok = Render(graph, path);
-      graph->Release();
+      picture.build(hosted.graph);
+      ok = Render(hosted, path);
     }
     std::fwprintf(ok ? stdout : stderr, L"%ls %ls\n", ok ? L"wrote" : L"could not write", path.c_str());
     failures += ok ? 0 : 1;
   }
-  CoUninitialize();
+  OleUninitialize();
   return failures ? 1 : 0;
 }
