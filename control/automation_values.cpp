@@ -184,14 +184,14 @@ std::vector<int32_t> ArrayArgument::AsInt32(size_t n) const {
   return values;
 }
 
-void ToVariantArray(const std::vector<Value>& values, VARIANT* out) {
+void ToVariantArray(size_t count, const std::function<void(size_t, VARIANT*)>& fill, VARIANT* out) {
   VariantInit(out);
-  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, ULONG(values.size()));
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, ULONG(count));
   if (!array) throw std::bad_alloc();
   VARIANT* elements = nullptr;
   SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
   try {
-    for (size_t i = 0; i < values.size(); ++i) ToVariant(values[i], &elements[i]);
+    for (size_t i = 0; i < count; ++i) fill(i, &elements[i]);
   } catch (...) {
     SafeArrayUnaccessData(array);
     SafeArrayDestroy(array);
@@ -200,6 +200,10 @@ void ToVariantArray(const std::vector<Value>& values, VARIANT* out) {
   SafeArrayUnaccessData(array);
   V_VT(out) = VT_ARRAY | VT_VARIANT;
   V_ARRAY(out) = array;
+}
+
+void ToVariantArray(const std::vector<Value>& values, VARIANT* out) {
+  ToVariantArray(values.size(), [&](size_t i, VARIANT* element) { ToVariant(values[i], element); }, out);
 }
 
 }  // namespace zel

@@ -5,6 +5,7 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -66,7 +67,10 @@ class ArrayArgument {
   void* data_ = nullptr;
 };
 
-// A one-dimensional SAFEARRAY of VARIANTs (lower bound 0) in `out`.
+// A one-dimensional SAFEARRAY of `count` VARIANTs (lower bound 0) in `out`,
+// element i written by `fill(i, element)`; nothing is left behind when a
+// fill throws.
+void ToVariantArray(size_t count, const std::function<void(size_t, VARIANT*)>& fill, VARIANT* out);
 void ToVariantArray(const std::vector<Value>& values, VARIANT* out);
 
 }  // namespace zel

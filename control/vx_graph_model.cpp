@@ -42,20 +42,9 @@ std::vector<Value> EnumEntryValue(const EnumEntry& entry) {
 void EnumToVariant(const std::vector<EnumEntry>& entries, VARIANT* out) {
   VariantInit(out);
   if (entries.empty()) return;
-  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, ULONG(entries.size()));
-  if (!array) throw std::bad_alloc();
-  VARIANT* elements = nullptr;
-  SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
-  try {
-    for (size_t i = 0; i < entries.size(); ++i) ToVariantArray(EnumEntryValue(entries[i]), &elements[i]);
-  } catch (...) {
-    SafeArrayUnaccessData(array);
-    SafeArrayDestroy(array);
-    throw;
-  }
-  SafeArrayUnaccessData(array);
-  V_VT(out) = VT_ARRAY | VT_VARIANT;
-  V_ARRAY(out) = array;
+  ToVariantArray(entries.size(),
+                 [&](size_t i, VARIANT* element) { ToVariantArray(EnumEntryValue(entries[i]), element); },
+                 out);
 }
 
 }  // namespace
@@ -170,28 +159,10 @@ STDMETHODIMP CVX_Graph::GetDatasetValues(LONG id, VARIANT* values) {
       xs.push_back(dataset.XAt(i));
       ys.push_back(dataset.YAt(i));
     }
-    VARIANT pair[2];
-    ToVariantArray(xs, &pair[0]);
-    try {
-      ToVariantArray(ys, &pair[1]);
-    } catch (...) {
-      VariantClear(&pair[0]);
-      throw;
-    }
-    SAFEARRAY* both = SafeArrayCreateVector(VT_VARIANT, 0, 2);
-    if (!both) {
-      VariantClear(&pair[0]);
-      VariantClear(&pair[1]);
-      throw std::bad_alloc();
-    }
-    VARIANT* elements = nullptr;
-    SafeArrayAccessData(both, reinterpret_cast<void**>(&elements));
-    elements[0] = pair[0];
-    elements[1] = pair[1];
-    SafeArrayUnaccessData(both);
-    VariantInit(values);
-    V_VT(values) = VT_ARRAY | VT_VARIANT;
-    V_ARRAY(values) = both;
+    const std::vector<Value>* columns[] = {&xs, &ys};
+    VARIANT result;
+    ToVariantArray(2, [&](size_t i, VARIANT* element) { ToVariantArray(*columns[i], element); }, &result);
+    *values = result;
   });
 }
 

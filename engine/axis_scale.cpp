@@ -11,11 +11,6 @@ namespace {
 constexpr double kAlignmentLimit = 1000000;
 constexpr size_t kMaxMarks = 100000;
 
-double NumberOf(const Value& value) {
-  Value number;
-  return ChangeType(value, ValueKind::R8, number) == kConversionOk ? std::get<double>(number) : 0.0;
-}
-
 }  // namespace
 
 AxisScale ScaleOf(const VAxis& axis, double extent) {

@@ -22,11 +22,6 @@ constexpr size_t kTitleMax = 255;
 constexpr size_t kFormatMax = 31;
 constexpr int32_t kQuarterTurn = 900;
 
-double NumberOf(const Value& value) {
-  Value number;
-  return ChangeType(value, ValueKind::R8, number) == kConversionOk ? std::get<double>(number) : 0.0;
-}
-
 float FloatOr0(const Value& value) {
   Value f;
   return ChangeType(value, ValueKind::R4, f) == kConversionOk ? std::get<float>(f) : 0.0f;

@@ -30,7 +30,7 @@ int32_t ToDate(double value, double& out) {
 namespace {
 
 // The number a numeric value stands for; false for texts and host values.
-bool NumberOf(const Value& value, double& number) {
+bool PlainNumber(const Value& value, double& number) {
   switch (KindOf(value)) {
     case ValueKind::Empty: number = 0; return true;
     case ValueKind::I2: number = std::get<int16_t>(value); return true;
@@ -78,13 +78,18 @@ int32_t ConvertNumber(const Value& in, double number, ValueKind target, Value& o
 
 }  // namespace
 
+double NumberOf(const Value& value) {
+  Value number;
+  return ChangeType(value, ValueKind::R8, number) == kConversionOk ? std::get<double>(number) : 0.0;
+}
+
 int32_t ChangeType(const Value& in, ValueKind target, Value& out) {
   if (KindOf(in) == target) {
     out = in;
     return kConversionOk;
   }
   double number = 0;
-  if (NumberOf(in, number)) return ConvertNumber(in, number, target, out);
+  if (PlainNumber(in, number)) return ConvertNumber(in, number, target, out);
   if (auto* text = std::get_if<Text>(&in)) return Platform().convertText(*text, target, out);
   return std::get<std::shared_ptr<const HostValue>>(in)->ConvertTo(target, out);
 }

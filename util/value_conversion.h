@@ -19,6 +19,9 @@ inline constexpr int32_t kOverflow = int32_t(0x8002000A);      // DISP_E_OVERFLO
 // user's locale); host values convert themselves.
 int32_t ChangeType(const Value& in, ValueKind target, Value& out);
 
+// A value as a number (R8), or 0 when it cannot be converted.
+double NumberOf(const Value& value);
+
 // The numeric rules on their own, for whole columns of plain numbers.
 int32_t ToInt32(double value, int32_t& out);  // halves to even; NaN and |v| >= 2^31 + 0.5 overflow
 int32_t ToFloat(double value, float& out);    // only magnitudes above FLT_MAX overflow
