@@ -1,3 +1,4 @@
+#include "control/automation_values.h"
 #include "control/control_window.h"
 
 #include <olectl.h>
@@ -24,11 +25,6 @@ ATOM RegisterWindowClass(WNDPROC procedure) {
     return RegisterClassExW(&windowClass);
   }();
   return atom;
-}
-
-COLORREF Translated(OLE_COLOR color) {
-  COLORREF rgb = kWhite;
-  return SUCCEEDED(OleTranslateColor(color, nullptr, &rgb)) ? rgb : kWhite;
 }
 
 }  // namespace
@@ -114,7 +110,7 @@ LRESULT ControlWindow::OnPaint() {
 // The erase is reported as done without filling anything: painting covers
 // the whole window. The brush made and dropped here is how it has always been.
 LRESULT ControlWindow::OnEraseBackground() {
-  HBRUSH brush = CreateSolidBrush(Translated(control_.backColor()));
+  HBRUSH brush = CreateSolidBrush(TranslateColor(control_.backColor()).value_or(kWhite));
   DeleteObject(brush);
   return 1;
 }

@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <olectl.h>
 
+#include "control/automation_values.h"
 #include "control/class_ids.h"
 #include "control/com_support.h"
 #include "control/gdi_surface.h"
@@ -13,11 +14,6 @@ namespace {
 
 constexpr DWORD kMiscStatus = 131473;
 constexpr COLORREF kWhite = 0xFFFFFF;
-
-COLORREF Translated(OLE_COLOR color) {
-  COLORREF rgb = kWhite;
-  return SUCCEEDED(OleTranslateColor(color, nullptr, &rgb)) ? rgb : kWhite;
-}
 
 }  // namespace
 
@@ -33,7 +29,7 @@ void CVX_Graph::DrawInto(HDC target, const RECT& bounds) {
     return;
   }
   HGDIOBJ old = SelectObject(memory, bitmap);
-  COLORREF background = Translated(backColor_);
+  COLORREF background = TranslateColor(backColor_).value_or(kWhite);
   SetBkColor(memory, background);
   {
     GdiSurface surface(memory);
