@@ -65,6 +65,8 @@ prepare_wine_prefix() {
   log "creating the Wine prefix"
   wineboot -i >/dev/null 2>&1
   wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+  # A crashing test program ends instead of waiting in the debugger.
+  wine reg delete 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /f >/dev/null 2>&1
   wineserver -w
   touch "$WINEPREFIX/.zelgraph-ready"
 }

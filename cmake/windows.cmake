@@ -51,7 +51,7 @@ set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
 add_subdirectory(${GTEST_SOURCE_DIR} googletest EXCLUDE_FROM_ALL)
 
 file(GLOB win_test_sources CONFIGURE_DEPENDS tests/win/*.cpp)
-list(APPEND win_test_sources control/platform_win.cpp)
+list(APPEND win_test_sources control/platform_win.cpp control/gdi_surface.cpp)
 add_executable(zelgraph_win_tests ${win_test_sources})
 target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core zelgraph_interface gtest gtest_main
   ${static_runtime} oleaut32 ole32 uuid gdi32 user32 advapi32)

@@ -59,6 +59,12 @@ void GdiSurface::ClipTo(const Rect& r) {
   DeleteObject(region);
 }
 
+void GdiSurface::IntersectClip(const Rect& r) {
+  HRGN region = CreateRectRgn(r.left, r.top, r.right, r.bottom);
+  ExtSelectClipRgn(dc_, region, RGN_AND);
+  DeleteObject(region);
+}
+
 bool GdiSurface::IsVisible(const Rect& r) {
   RECT rect{r.left, r.top, r.right, r.bottom};
   return RectVisible(dc_, &rect);

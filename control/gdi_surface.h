@@ -23,6 +23,7 @@ class GdiSurface final : public Surface {
   void Restore() override;
   void SetWindowOrigin(Point origin) override;
   void ClipTo(const Rect& deviceRect) override;
+  void IntersectClip(const Rect& deviceRect) override;
   bool IsVisible(const Rect& rect) override;
   void SelectPen(const Pen& pen) override;
   void SelectFont(const LogFont& font) override;

@@ -268,7 +268,6 @@ class CVX_Graph final : public IVX_Graph,
   LONG comnYAxesProps_ = 0;
   LONG comnYAxesPropsChkBoxEnable_ = 0;
   int showHZ_ = 0;
-  LONG barWidth_ = -1;
   VARIANT version_;
   LONG loadCurveId_ = -1;
   LONG loadFromLegend_ = 0;

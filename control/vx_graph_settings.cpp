@@ -166,6 +166,7 @@ STDMETHODIMP CVX_Graph::put_VerticalScrollbarEnabled(LONG value) {
 STDMETHODIMP CVX_Graph::get_LegendEnabled(LONG* value) { return Read(value, legendEnabled_); }
 STDMETHODIMP CVX_Graph::put_LegendEnabled(LONG value) {
   legendEnabled_ = value;
+  graph_->EnableLegend(value != 0);
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -247,7 +248,7 @@ STDMETHODIMP CVX_Graph::SetDTFormat(BSTR format) {
 }
 
 STDMETHODIMP CVX_Graph::PutBarWidth(VARIANT width) {
-  barWidth_ = OptionalInt(width, barWidth_);
+  graph_->barWidth() = OptionalInt(width, graph_->barWidth());
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -256,7 +257,7 @@ STDMETHODIMP CVX_Graph::GetBarWidth(VARIANT* width) {
   if (!width) return E_INVALIDARG;
   VariantInit(width);
   V_VT(width) = VT_I4;
-  V_I4(width) = barWidth_;
+  V_I4(width) = graph_->barWidth();
   return S_OK;
 }
 

@@ -44,16 +44,6 @@ void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
   surface.Restore();
 }
 
-void VGraph::DrawCurves(Surface& surface) {
-  int32_t width = dataArea_.right - dataArea_.left + 1;
-  int32_t height = dataArea_.top - dataArea_.bottom + 1;
-  for (const auto& entry : datasets_.entries()) {
-    const VDataset& dataset = *entry.object;
-    if (dataset.type() == kPlot || dataset.type() == kArea)
-      DrawPlot(surface, dataset, width, height, markerStatusColors_);
-  }
-}
-
 void VGraph::DrawFreeAxes(Surface& surface) {
   // Logical pixels of graph coordinates.
   auto x = [&](int32_t graphX) { return graphX - dataArea_.left; };

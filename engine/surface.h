@@ -83,6 +83,8 @@ class Surface {
   virtual void SetWindowOrigin(Point origin) = 0;
   // Replaces the clipping with a rectangle in device coordinates.
   virtual void ClipTo(const Rect& deviceRect) = 0;
+  // Narrows the clipping to its intersection with a rectangle (device).
+  virtual void IntersectClip(const Rect& deviceRect) = 0;
   // Whether any part of a rectangle (logical) lies inside the clipping.
   virtual bool IsVisible(const Rect& rect) = 0;
 

@@ -29,8 +29,19 @@ VGraph::VGraph(HostWindow* window) : window_(window) { hairlineDatasets_.fill(-1
 
 VGraph::~VGraph() {
   hairlines_.clear();
+  legend_.reset();
   datasets_.Clear();
   DestroyAxes();
+}
+
+void VGraph::EnableLegend(bool enabled) {
+  if (enabled && !legend_) legend_ = std::make_unique<VLegend>(datasets_);
+  if (!enabled) legend_.reset();
+}
+
+void VGraph::SetPrinting(bool printing, double scale) {
+  printing_ = printing;
+  printScale_ = scale;
 }
 
 int VGraph::Kind() const {

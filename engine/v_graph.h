@@ -15,6 +15,7 @@
 #include "engine/id_map.h"
 #include "engine/v_axis.h"
 #include "engine/v_dataset.h"
+#include "engine/v_legend.h"
 
 namespace zel {
 
@@ -128,6 +129,23 @@ class VGraph {
   Box<int32_t>& fullRect() { return fullRect_; }
   int32_t& mouseMode() { return mouseMode_; }
   int32_t& legendPosition() { return legendPosition_; }
+  // The legend exists while it is enabled.
+  void EnableLegend(bool enabled);
+  VLegend* legend() const { return legend_.get(); }
+  // PutBarWidth's percentage of the automatic bar width; -1 is "Auto Width".
+  int32_t& barWidth() { return barWidth_; }
+  int32_t barWidth() const { return barWidth_; }
+  // The curve drawn highlighted, if any.
+  std::optional<int32_t>& highlightedCurve() { return highlightedCurve_; }
+  const std::optional<int32_t>& highlightedCurve() const { return highlightedCurve_; }
+  // The rubber band as fractions of the data area (left, top, right,
+  // bottom as the operator dragged them); all zero when there is none.
+  Box<float>& band() { return band_; }
+  // While printing, pixel constants and fonts are scaled by the printer's
+  // resolution over the screen's.
+  bool printing() const { return printing_; }
+  double printScale() const { return printing_ ? printScale_ : 1.0; }
+  void SetPrinting(bool printing, double scale);
   int32_t& xAxisHairline() { return xAxisHairline_; }
   std::array<int32_t, 20>& hairlineDatasets() { return hairlineDatasets_; }
 
@@ -166,6 +184,12 @@ class VGraph {
   HostWindow* window_;
   int32_t suspendDraw_ = 0;
   int32_t legendPosition_ = 0;
+  std::unique_ptr<VLegend> legend_;
+  int32_t barWidth_ = -1;
+  std::optional<int32_t> highlightedCurve_;
+  Box<float> band_{0, 0, 0, 0};
+  bool printing_ = false;
+  double printScale_ = 1.0;
   int32_t gridColor_ = 0;
   std::array<int16_t, 3> gridWords_{};
   IdMap<VAxis> xAxes_;

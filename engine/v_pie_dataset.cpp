@@ -59,4 +59,8 @@ bool VPieDataset::SetPieColorAt(int index, Color color) {
   return true;
 }
 
+void VPieDataset::SetPlotRect(const Rect& rect, Surface&) { plotRect_ = rect; }
+
+void VPieDataset::DrawPie(Surface&) const {}
+
 }  // namespace zel

@@ -4,6 +4,7 @@
 // the graph with nothing else.
 #include <vector>
 
+#include "engine/surface.h"
 #include "engine/v_dataset.h"
 
 namespace zel {
@@ -30,12 +31,27 @@ class VPieDataset : public VDataset {
   // from 128 up in equal steps.
   static std::vector<Color> DefaultColors(size_t slices);
 
+  // Gives the pie its rectangle (pixels of the drawing pass) and lays it
+  // out there: the diameter and the slice labels, whose line height is
+  // measured on `measuring`.
+  void SetPlotRect(const Rect& rect, Surface& measuring);
+  const Rect& plotRect() const { return plotRect_; }
+  int32_t pieDiameter() const { return pieDiameter_; }
+  const std::vector<int32_t>& labelX() const { return labelX_; }
+  const std::vector<int32_t>& labelY() const { return labelY_; }
+  const std::vector<Value>& labels() const { return labels_; }
+
+  // Title, labels with their colour swatches, and the wedges.
+  void DrawPie(Surface& surface) const;
+
  private:
   std::vector<Value> labels_;
   std::vector<float> sizes_;
   std::vector<Color> sliceColors_;
   std::vector<int32_t> labelX_;
   std::vector<int32_t> labelY_;
+  Rect plotRect_;
+  int32_t pieDiameter_ = 0;
 };
 
 }  // namespace zel

@@ -35,6 +35,11 @@ class RecordingSurface : public Surface {
     clip_ = r;
     Record("Clip(%d,%d,%d,%d)", r.left, r.top, r.right, r.bottom);
   }
+  void IntersectClip(const Rect& r) override {
+    clip_ = {std::max(clip_.left, r.left), std::max(clip_.top, r.top), std::min(clip_.right, r.right),
+             std::min(clip_.bottom, r.bottom)};
+    Record("IntersectClip(%d,%d,%d,%d)", r.left, r.top, r.right, r.bottom);
+  }
   bool IsVisible(const Rect& r) override {
     Rect d{r.left - origin_.x, r.top - origin_.y, r.right - origin_.x, r.bottom - origin_.y};
     return std::max(d.left, clip_.left) < std::min(d.right, clip_.right) &&
