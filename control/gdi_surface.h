@@ -31,6 +31,7 @@ class GdiSurface final : public Surface {
   void SetTextAlign(uint32_t flags) override;
   void SetRasterOp(RasterOp op) override;
   Color BackgroundColor() override;
+  void SetBackgroundColor(Color color) override;
   void MoveTo(Point point) override;
   void LineTo(Point point) override;
   void Polyline(std::span<const Point> points) override;

@@ -95,6 +95,8 @@ class Surface {
   virtual void SetTextAlign(uint32_t flags) = 0;
   virtual void SetRasterOp(RasterOp op) = 0;
   virtual Color BackgroundColor() = 0;
+  // The colour behind text and between the dots of a cosmetic pattern pen.
+  virtual void SetBackgroundColor(Color color) = 0;
 
   // Lines with the selected pen; shapes filled with a solid colour.
   virtual void MoveTo(Point point) = 0;

@@ -53,6 +53,7 @@ class RecordingSurface : public Surface {
   void SetTextAlign(uint32_t a) override { Record("Align(%u)", a); }
   void SetRasterOp(RasterOp op) override { Record(op == RasterOp::kXor ? "Xor" : "Copy"); }
   Color BackgroundColor() override { return background; }
+  void SetBackgroundColor(Color c) override { Record("BkColor(%06X)", c); }
   void MoveTo(Point p) override { Record("MoveTo(%d,%d)", p.x, p.y); }
   void LineTo(Point p) override { Record("LineTo(%d,%d)", p.x, p.y); }
   void Polyline(std::span<const Point> points) override {
