@@ -1,21 +1,21 @@
 #include "engine/curve_painter.h"
 
+#include <algorithm>
 #include <cmath>
 
-#include "engine/axis_scale.h"
+#include "engine/curve_reduction.h"
 #include "engine/dataset_keywords.h"
-#include "engine/v_axis.h"
 #include "engine/v_dataset.h"
 
 namespace zel {
 namespace {
 
-constexpr int32_t kAbsentStatus = 11;
-constexpr int32_t kUnmarkedStatus = 10;
 constexpr int32_t kVisibilityMargin = 5;
 
 // Clips the segment a-b to the rectangle 0..w by 0..h (Liang-Barsky); false
-// when nothing of it is inside.
+// when nothing of it is inside. An end inside the rectangle is kept exactly
+// as it was, so a segment between two inside points is drawn between their
+// own pixels.
 bool ClipSegment(double& ax, double& ay, double& bx, double& by, double w, double h) {
   double t0 = 0, t1 = 1, dx = bx - ax, dy = by - ay;
   const double p[] = {-dx, dx, -dy, dy};
@@ -30,24 +30,98 @@ bool ClipSegment(double& ax, double& ay, double& bx, double& by, double w, doubl
     else t1 = std::min(t1, t);
     if (t0 > t1) return false;
   }
-  double sx = ax + t0 * dx, sy = ay + t0 * dy;
-  bx = ax + t1 * dx;
-  by = ay + t1 * dy;
-  ax = sx;
-  ay = sy;
+  if (t1 < 1) bx = ax + t1 * dx, by = ay + t1 * dy;
+  if (t0 > 0) ax += t0 * dx, ay += t0 * dy;
   return true;
 }
 
-Color MarkerColor(const VDataset& dataset, int32_t status, const std::array<int32_t, 4>& statusColors) {
+Color MarkerColor(const CurveLook& look, int32_t status) {
   switch (status) {
-    case 1: return Color(statusColors[0]);
-    case 2: return Color(statusColors[1]);
-    case 9: return Color(statusColors[2]);
-    default: return dataset.markerColor();
+    case 1: return look.status[0];
+    case 2: return look.status[1];
+    case 9: return look.status[2];
+    default: return look.marker;
   }
 }
 
-int32_t Pixel(double v) { return std::isfinite(v) ? int32_t(std::lround(std::clamp(v, -1e9, 1e9))) : 0; }
+// The point loop of one curve. Points arrive in order; those inside the
+// data area that share a pixel column with the point before gather in a
+// ColumnRun (when reducing), which is drawn, with its markers, when the
+// curve leaves the column.
+class PlotPainter {
+ public:
+  PlotPainter(Surface& surface, const VDataset& dataset, const PointMap& map, CurveArea area,
+              const CurveLook& look, bool reduce)
+      : surface_(surface), dataset_(dataset), map_(map), area_(area), look_(look), reduce_(reduce) {}
+
+  void Add(size_t i, double x, double y) {
+    bool inside = area_.Contains(x, y);
+    Point at{Pixel(x), Pixel(y)};
+    if (reduce_ && inside && run_.active() && at.x == run_.x()) {
+      run_.Add(at.y);
+      runEnd_ = i;
+      previousX_ = x, previousY_ = y;
+      return;
+    }
+    CloseRun();
+    if (hasPrevious_) Connect(x, y);
+    previousX_ = x, previousY_ = y;
+    hasPrevious_ = true;
+    // A point outside gets no marker and starts no run.
+    if (!inside) return;
+    run_.Start(at);
+    runStart_ = runEnd_ = i;
+  }
+
+  void Finish() { CloseRun(); }
+
+ private:
+  void Connect(double x, double y) {
+    double ax = previousX_, ay = previousY_, bx = x, by = y;
+    if (!ClipSegment(ax, ay, bx, by, area_.width, area_.height)) return;
+    surface_.MoveTo({Pixel(ax), Pixel(ay)});
+    surface_.LineTo({Pixel(bx), Pixel(by)});
+  }
+
+  void CloseRun() {
+    if (!run_.active()) return;
+    run_.Draw(surface_);
+    if (dataset_.markerShape() != kMarkerNone) {
+      if (run_.count() == 1) {
+        Mark(run_.first(), dataset_.status()[runStart_]);
+      } else {
+        ForEachDrawnPoint(dataset_, map_, runStart_, runEnd_ + 1, [&](size_t, double x, double y, int32_t status) {
+          Mark({Pixel(x), Pixel(y)}, status);
+        });
+      }
+    }
+    run_.Reset();
+  }
+
+  void Mark(Point at, int32_t status) {
+    if (status >= kUnmarkedStatus) return;
+    Rect box{at.x - kVisibilityMargin, at.y - kVisibilityMargin, at.x + kVisibilityMargin,
+             at.y + kVisibilityMargin};
+    if (!surface_.IsVisible(box)) return;
+    surface_.FillRegion(MarkerRegion(at, dataset_.markerShape(), look_.penWidth), MarkerColor(look_, status));
+  }
+
+  Surface& surface_;
+  const VDataset& dataset_;
+  const PointMap& map_;
+  CurveArea area_;
+  const CurveLook& look_;
+  bool reduce_;
+  ColumnRun run_;
+  size_t runStart_ = 0, runEnd_ = 0;
+  bool hasPrevious_ = false;
+  double previousX_ = 0, previousY_ = 0;
+};
+
+bool Reduces(Reduction reduction, size_t count, CurveArea area) {
+  if (reduction != Reduction::kAuto) return reduction == Reduction::kAlways;
+  return count / 2 > size_t(std::max(area.width, 0)) + 1;
+}
 
 }  // namespace
 
@@ -71,39 +145,14 @@ Pen CurvePen(int lineStyle, int width, Color color) {
   return {style, width, color, false};
 }
 
-void DrawPlot(Surface& surface, const VDataset& dataset, int32_t width, int32_t height,
-              const std::array<int32_t, 4>& statusColors) {
-  if (dataset.count() == 0 || !dataset.xAxis() || !dataset.yAxis()) return;
-  AxisScale xs = ScaleOf(*dataset.xAxis(), width), ys = ScaleOf(*dataset.yAxis(), height);
-  double xShift = dataset.xAxis()->type() == kAxisDiscrete ? xs.pixelsPerUnit / 2 : 0;
-  double yShift = dataset.yAxis()->type() == kAxisDiscrete ? ys.pixelsPerUnit / 2 : 0;
-  surface.SelectPen(CurvePen(dataset.lineStyle(), dataset.lineWidth(), dataset.lineColor()));
-  std::span<const int32_t> status = dataset.status();
-  bool hasPrevious = false;
-  double previousX = 0, previousY = 0;
-  for (size_t i = 0; i < dataset.count(); ++i) {
-    if (status[i] >= kAbsentStatus) continue;
-    double px = xs.ToPixel(dataset.xValues().NumberAt(i)) - xShift;
-    double py = height - ys.ToPixel(dataset.yValues().NumberAt(i)) - yShift;
-    if (hasPrevious) {
-      double ax = previousX, ay = previousY, bx = px, by = py;
-      if (ClipSegment(ax, ay, bx, by, width, height)) {
-        surface.MoveTo({Pixel(ax), Pixel(ay)});
-        surface.LineTo({Pixel(bx), Pixel(by)});
-      }
-    }
-    previousX = px;
-    previousY = py;
-    hasPrevious = true;
-    bool inside = px >= 0 && px <= width && py >= 0 && py <= height;
-    if (dataset.markerShape() == kMarkerNone || !inside || status[i] >= kUnmarkedStatus) continue;
-    Point at{Pixel(px), Pixel(py)};
-    Rect box{at.x - kVisibilityMargin, at.y - kVisibilityMargin, at.x + kVisibilityMargin,
-             at.y + kVisibilityMargin};
-    if (!surface.IsVisible(box)) continue;
-    surface.FillRegion(MarkerRegion(at, dataset.markerShape(), dataset.lineWidth()),
-                       MarkerColor(dataset, status[i], statusColors));
-  }
+void DrawPlot(Surface& surface, const VDataset& dataset, CurveArea area, const CurveLook& look,
+              Reduction reduction) {
+  if (dataset.count() == 0 || !HasAxes(dataset)) return;
+  PointMap map(dataset, area);
+  surface.SelectPen(CurvePen(dataset.lineStyle(), look.penWidth, look.line));
+  PlotPainter painter(surface, dataset, map, area, look, Reduces(reduction, dataset.count(), area));
+  ForEachDrawnPoint(dataset, map, [&](size_t i, double x, double y, int32_t) { painter.Add(i, x, y); });
+  painter.Finish();
 }
 
 }  // namespace zel

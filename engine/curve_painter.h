@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "engine/curve_look.h"
+#include "engine/curve_points.h"
 #include "engine/surface.h"
 
 namespace zel {
@@ -19,8 +21,17 @@ Region MarkerRegion(Point at, int shape, int penWidth);
 // unknown style).
 Pen CurvePen(int lineStyle, int width, Color color);
 
-// `statusColors` are the colours of points of status 1, 2 and 9.
-void DrawPlot(Surface& surface, const VDataset& dataset, int32_t width, int32_t height,
-              const std::array<int32_t, 4>& statusColors);
+// Whether the points of a pixel column are reduced to the few that colour
+// the same pixels (ColumnRun): automatically when the curve has more than
+// twice as many points as the data area has columns, or always, or never.
+enum class Reduction { kAuto, kAlways, kNever };
+
+// Joins the drawn points in order (each segment clipped to the data area)
+// and marks those inside it by their status. With reduction, a column's
+// markers follow its lines; otherwise each marker follows the segment that
+// reaches its point. For a solid one-pixel pen the lines colour the same
+// pixels either way.
+void DrawPlot(Surface& surface, const VDataset& dataset, CurveArea area, const CurveLook& look,
+              Reduction reduction = Reduction::kAuto);
 
 }  // namespace zel

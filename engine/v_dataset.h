@@ -63,6 +63,14 @@ class VDataset {
   int fillCurveId() const { return fillCurveId_; }
   int yAxisId() const { return yAxisId_; }
 
+  // What the drawing made of the dataset: the type it was last drawn as (-1
+  // before the first drawing), and whether a bar routine has drawn its
+  // points as bars.
+  int drawnType() const { return drawnType_; }
+  bool drawnAsBars() const { return drawnAsBars_; }
+  void NoteDrawn(int type) { drawnType_ = type; }
+  void NoteDrawnAsBars() { drawnAsBars_ = true; }
+
  protected:
   size_t count_ = 0;
 
@@ -94,6 +102,8 @@ class VDataset {
   int16_t fillTo_ = kFillToXAxis;
   int32_t fillCurveId_ = 0;
   int32_t useAsGlobal_ = 0;
+  int drawnType_ = -1;
+  bool drawnAsBars_ = false;
 };
 
 }  // namespace zel
