@@ -18,22 +18,32 @@ class VLegend {
   // and bottom the band positions (entries flow left to right).
   enum Position : int32_t { kBottom = 0, kRight = 1, kTop = 2, kLeft = 3 };
 
+  // At most this many datasets, the first in the graph's order, are listed.
+  static constexpr size_t kMaxEntries = 20;
+
   explicit VLegend(const IdMap<VDataset>& datasets) : datasets_(datasets) {}
 
   static bool IsSide(int32_t position) { return position == kRight || position == kLeft; }
 
   // The room the legend needs across its side of the graph: a width for the
   // side positions, a height for the band positions, whose entries wrap
-  // within `along` pixels. `scale` is the printer scale factor (1 on screen).
+  // within `along` pixels (measured as Draw measures the rectangle's width,
+  // right - left + 1). `scale` is the printer scale factor; it applies only
+  // on a raster printer. 0 when there is no dataset to list.
   int32_t Measure(Surface& surface, int32_t position, int32_t along, double scale) const;
 
-  // Draws the legend in `rect` (device pixels, window origin at 0,0).
+  // Draws the legend in `rect` (device pixels, right and bottom exclusive,
+  // window origin at 0,0), clipped to it: a separator along the side that
+  // faces the plot, drawn in XOR, then the entries. Nothing when the
+  // rectangle is empty.
   void Draw(Surface& surface, double scale) const;
 
   int32_t position = kBottom;
   Rect rect;
 
  private:
+  void DrawSeparator(Surface& surface) const;
+
   const IdMap<VDataset>& datasets_;
 };
 

@@ -1,6 +1,11 @@
 #include "engine/v_pie_dataset.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "engine/graph_error.h"
+#include "engine/pie_layout.h"
+#include "util/value.h"
 #include "util/value_conversion.h"
 
 namespace zel {
@@ -59,8 +64,21 @@ bool VPieDataset::SetPieColorAt(int index, Color color) {
   return true;
 }
 
-void VPieDataset::SetPlotRect(const Rect& rect, Surface&) { plotRect_ = rect; }
-
-void VPieDataset::DrawPie(Surface&) const {}
+void VPieDataset::SetPlotRect(const Rect& rect, Surface& measuring) {
+  std::vector<int32_t> widths(count_);
+  measuring.Save();
+  measuring.SelectFont(textFont());
+  int32_t lineHeight = measuring.TextExtent(u"0").cy;
+  for (size_t i = 0; i < count_; ++i) widths[i] = measuring.TextExtent(VariantDisplayText(labels_[i])).cx;
+  measuring.Restore();
+  // Widths and heights count both edges; a rectangle turned inside out has none.
+  auto extent = [](int32_t from, int32_t to) { return int32_t(std::clamp<int64_t>(int64_t(to) - from + 1, 0, INT32_MAX)); };
+  PieLayout layout = LayOutPie(extent(rect.left, rect.right), extent(rect.top, rect.bottom), lineHeight, widths);
+  plotRect_ = rect;
+  pieDiameter_ = layout.diameter;
+  labelX_ = std::move(layout.labelX);
+  labelY_ = std::move(layout.labelY);
+  labelOverflow_ = {layout.overflowX, layout.overflowY};
+}
 
 }  // namespace zel

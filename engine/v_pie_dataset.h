@@ -31,18 +31,23 @@ class VPieDataset : public VDataset {
   // from 128 up in equal steps.
   static std::vector<Color> DefaultColors(size_t slices);
 
-  // Gives the pie its rectangle (pixels of the drawing pass) and lays it
-  // out there: the diameter and the slice labels, whose line height is
-  // measured on `measuring`.
+  // Gives the pie its rectangle (logical pixels of the drawing pass, right
+  // and bottom inclusive) and lays it out there: the diameter and the slice
+  // labels, measured in the text font on `measuring`.
   void SetPlotRect(const Rect& rect, Surface& measuring);
   const Rect& plotRect() const { return plotRect_; }
   int32_t pieDiameter() const { return pieDiameter_; }
   const std::vector<int32_t>& labelX() const { return labelX_; }
   const std::vector<int32_t>& labelY() const { return labelY_; }
   const std::vector<Value>& labels() const { return labels_; }
+  // How far the labels of the last layout pass the right (cx) and bottom
+  // (cy) edges; negative when room is left.
+  Size labelOverflow() const { return labelOverflow_; }
 
-  // Title, labels with their colour swatches, and the wedges.
-  void DrawPie(Surface& surface) const;
+  // Title, labels with their colour swatches, and the wedges, clipped to the
+  // rectangle. `windowOrigin` is the surface's current window origin, which
+  // turns the rectangle into the device pixels that clipping takes.
+  void DrawPie(Surface& surface, Point windowOrigin) const;
 
  private:
   std::vector<Value> labels_;
@@ -52,6 +57,7 @@ class VPieDataset : public VDataset {
   std::vector<int32_t> labelY_;
   Rect plotRect_;
   int32_t pieDiameter_ = 0;
+  Size labelOverflow_;
 };
 
 }  // namespace zel

@@ -1,0 +1,204 @@
+// The pie: where layout puts the pie and its labels, and what it draws.
+#include <cmath>
+#include <limits>
+
+#include "engine/pie_layout.h"
+#include "engine/v_pie_dataset.h"
+#include "engine_test_support.h"
+
+namespace zel {
+namespace {
+
+using Calls = std::vector<std::string>;
+using Pixels = std::vector<int32_t>;
+
+// The calls that start with `prefix`.
+Calls Matching(const Calls& calls, const std::string& prefix) {
+  Calls found;
+  for (const std::string& c : calls)
+    if (c.rfind(prefix, 0) == 0) found.push_back(c);
+  return found;
+}
+
+class PieTest : public EngineTest {
+ protected:
+  // A pie whose labels are "a", "b", ... (7 pixels wide each on the recorder).
+  void Fill(const std::vector<float>& sizes) {
+    std::vector<Value> labels;
+    for (size_t i = 0; i < sizes.size(); ++i) labels.push_back(Text(1, char16_t(u'a' + i % 26)));
+    pie.SetValues(sizes.size(), Column(labels), Column(sizes), {}, false);
+  }
+  // Lays the pie out in `rect` and draws it with the window origin at 0,0.
+  std::vector<std::string> Draw(const Rect& rect) {
+    pie.SetPlotRect(rect, measuring);
+    RecordingSurface surface;
+    pie.DrawPie(surface, {0, 0});
+    return surface.calls;
+  }
+
+  VPieDataset pie{nullptr};
+  RecordingSurface measuring;
+};
+
+TEST(PieLayoutTest, AnEmptyPieReportsTheWholeSpaceAsRoomLeft) {
+  PieLayout layout = LayOutPie(300, 200, 12, {});
+  EXPECT_EQ(layout.diameter, 0);
+  EXPECT_EQ(layout.overflowX, -300);
+  EXPECT_EQ(layout.overflowY, -200);
+}
+
+TEST(PieLayoutTest, TheDiameterShrinksUntilTheLabelsFitBesideThePie) {
+  // 200 wide, 200 under the 22-pixel title band: the pie would fill the
+  // width, and the label (5 + 29 + 7 pixels) passes the last column by 42.
+  std::vector<int32_t> one{7};
+  PieLayout layout = LayOutPie(200, 222, 12, one);
+  EXPECT_EQ(layout.diameter, 158);
+  EXPECT_EQ(layout.labelX, (Pixels{158}));
+  EXPECT_EQ(layout.labelY, (Pixels{22}));
+  EXPECT_EQ(layout.overflowX, 0);
+  EXPECT_LT(layout.overflowY, 0);
+}
+
+TEST(PieLayoutTest, LabelsBesideThePieWrapIntoRowsOneLineApart) {
+  // Wide space: the pie keeps the full height and the labels take rows of
+  // two to its right, 10 pixels between one text and the next swatch.
+  std::vector<int32_t> widths{70, 70, 70, 70};
+  PieLayout layout = LayOutPie(400, 122, 12, widths);
+  EXPECT_EQ(layout.diameter, 100);
+  EXPECT_EQ(layout.labelX, (Pixels{100, 209, 100, 209}));
+  EXPECT_EQ(layout.labelY, (Pixels{22, 22, 34, 34}));
+  // Rows are never closer than a swatch is high, and a taller font spaces them by its height.
+  EXPECT_EQ(LayOutPie(400, 122, 8, widths).labelY, (Pixels{18, 18, 30, 30}));
+  EXPECT_EQ(LayOutPie(400, 200, 20, widths).labelY, (Pixels{30, 30, 50, 50}));
+}
+
+TEST(PieLayoutTest, LabelsGoBelowWhenThePieCannotShrinkEnoughBesideThem) {
+  // Tall space: r = 378 / 100, so the pie may not go below 79 pixels, where
+  // a 40-pixel label still does not fit beside it.
+  std::vector<int32_t> one{40};
+  PieLayout layout = LayOutPie(100, 400, 12, one);
+  EXPECT_EQ(layout.diameter, 100);
+  EXPECT_EQ(layout.labelX, (Pixels{0}));
+  EXPECT_EQ(layout.labelY, (Pixels{122}));
+
+  // Below the pie the diameter gives way to rows that pass the bottom, down
+  // to its minimum (178 / 2.78 of 100 = 64); what still passes is reported.
+  std::vector<int32_t> nine(9, 40), ten(10, 40);
+  PieLayout fits = LayOutPie(100, 200, 12, nine);
+  EXPECT_EQ(fits.diameter, 67);
+  EXPECT_EQ(fits.overflowY, 0);
+  EXPECT_EQ(fits.labelY.back(), 22 + 67 + 8 * 12);
+  PieLayout passes = LayOutPie(100, 200, 12, ten);
+  EXPECT_EQ(passes.diameter, 64);
+  EXPECT_EQ(passes.overflowY, 9);
+}
+
+TEST(PieLayoutTest, DegenerateSpacesGiveNoPieAndNoFault) {
+  std::vector<int32_t> widths{7, 0, -5, std::numeric_limits<int32_t>::max()};
+  for (auto [w, h, t] : {std::tuple{0, 0, 12}, {-50, 300, 12}, {300, -50, 12}, {300, 5, 12},
+                         {1, 1, 0}, {std::numeric_limits<int32_t>::max(), std::numeric_limits<int32_t>::max(), 12},
+                         {300, 300, std::numeric_limits<int32_t>::max()}}) {
+    PieLayout layout = LayOutPie(w, h, t, widths);
+    EXPECT_GE(layout.diameter, 0);
+    EXPECT_LE(layout.diameter, std::max(w, 0));
+    EXPECT_EQ(layout.labelX.size(), widths.size());
+  }
+}
+
+TEST_F(PieTest, LayoutMeasuresTheLabelTextsInTheTextFont) {
+  std::vector<Value> labels{Text(u"north"), Text(u"south")};
+  std::vector<double> sizes{1, 2};
+  pie.SetValues(2, Column(labels), Column(sizes), {}, false);
+  pie.SetPlotRect({10, 20, 409, 141}, measuring);
+  EXPECT_EQ(measuring.calls.front(), "Save");
+  EXPECT_EQ(measuring.calls[1], "Font(" + std::to_string(pie.textFont().lfHeight) + ",0)");
+  EXPECT_EQ(measuring.calls.back(), "Restore");
+  // The rectangle counts both edges: 400 by 122.
+  std::vector<int32_t> widths{35, 35};
+  PieLayout expected = LayOutPie(400, 122, 12, widths);
+  EXPECT_EQ(pie.pieDiameter(), expected.diameter);
+  EXPECT_EQ(pie.labelX(), expected.labelX);
+  EXPECT_EQ(pie.labelY(), expected.labelY);
+  EXPECT_EQ(pie.labelOverflow(), (Size{expected.overflowX, expected.overflowY}));
+}
+
+TEST_F(PieTest, WedgesRunClockwiseFromTwelveWithTruncatedRadials) {
+  // 400 by 300: diameter 278, drawn with radius 136 round (139, 161). The
+  // radial at 3 o'clock is 135.99... pixels out, truncated to 135.
+  for (std::vector<float> sizes : {std::vector<float>{1, 1, 2}, {0.5f, 0.5f, 1}}) {
+    Fill(sizes);
+    Calls pies = Matching(Draw({0, 0, 399, 299}), "Pie");
+    EXPECT_EQ(pie.pieDiameter(), 278);
+    EXPECT_EQ(pies, (Calls{"Pie(3,25,275,297,274,161,139,25,FF00FF)", "Pie(3,25,275,297,139,296,274,161,0000FF)",
+                           "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
+  }
+}
+
+TEST_F(PieTest, WedgesTakeTheSliceColours) {
+  Fill(std::vector<float>(12, 1));
+  pie.SetPieColorAt(0, 0x123456);
+  std::vector<std::string> pies;
+  for (const std::string& call : Draw({0, 0, 399, 299}))
+    if (call.rfind("Pie", 0) == 0) pies.push_back(call.substr(call.size() - 7, 6));
+  ASSERT_EQ(pies.size(), 12u);
+  EXPECT_EQ(pies[0], "123456");
+  EXPECT_EQ(pies[10], "808080");
+  EXPECT_EQ(pies[11], "C0C0C0");
+}
+
+TEST_F(PieTest, SizesThatShareOutNoAngleDrawNoWedges) {
+  float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+  for (std::vector<float> sizes : {std::vector<float>{0, 0, 0}, {1, nan, 2}, {inf, 1}, {inf, -inf}}) {
+    Fill(sizes);
+    Calls calls = Draw({0, 0, 399, 299});
+    EXPECT_TRUE(Matching(calls, "Pie").empty());
+    // The labels are still there.
+    EXPECT_EQ(Matching(calls, "Rectangle").size(), sizes.size());
+  }
+}
+
+TEST_F(PieTest, AnEmptySliceDrawsNoWholeDisc) {
+  Fill({1, 0, 1});
+  EXPECT_EQ(Matching(Draw({0, 0, 399, 299}), "Pie"),
+            (Calls{"Pie(3,25,275,297,139,296,139,25,FF00FF)", "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
+}
+
+TEST_F(PieTest, ALabelNeedsThirtySevenPixelsBeforeTheRightEdge) {
+  // 43 pixels wide: the label goes below the pie at the left, its swatch 5
+  // pixels in, and 5 + 37 reaches the right edge exactly.
+  Fill({1});
+  Calls fits = Draw({100, 50, 142, 349});
+  EXPECT_EQ(Matching(fits, "Rectangle"), (Calls{"Rectangle(105,117,129,129,FF00FF)"}));
+  EXPECT_EQ(Matching(fits, "Text(134"), (Calls{"Text(134,117,a)"}));
+  Calls tooNarrow = Draw({100, 50, 141, 349});
+  EXPECT_TRUE(Matching(tooNarrow, "Rectangle").empty());
+  EXPECT_EQ(Matching(tooNarrow, "Text(").size(), 1u);  // the title only
+  // Labels that pass the bottom are skipped the same way.
+  Fill(std::vector<float>(40, 1));
+  size_t drawn = Matching(Draw({0, 0, 199, 199}), "Rectangle").size();
+  EXPECT_GT(drawn, 0u);
+  EXPECT_LT(drawn, 40u);
+}
+
+TEST_F(PieTest, DrawingIsClippedToTheRectangleAndLeavesTheSurfaceAsItWas) {
+  Fill({1, 2});
+  pie.SetPlotRect({20, 30, 419, 329}, measuring);
+  RecordingSurface surface;
+  pie.DrawPie(surface, {-5, 7});
+  const auto& calls = surface.calls;
+  EXPECT_EQ(calls[0], "Save");
+  EXPECT_EQ(calls[1], "IntersectClip(25,23,424,322)");
+  EXPECT_EQ(calls[2], "Pen(0,1,000000,cosmetic)");
+  EXPECT_EQ(calls.back(), "Restore");
+  EXPECT_EQ(surface.Calls("Text(30,35"), (Calls{"Text(30,35,)"}));  // the (empty) title
+  EXPECT_EQ(surface.Calls("TextColor").size(), 2u);
+}
+
+TEST_F(PieTest, AnEmptyPieDrawsNothing) {
+  EXPECT_TRUE(Draw({0, 0, 399, 299}).empty());
+  EXPECT_EQ(pie.pieDiameter(), 0);
+  EXPECT_EQ(pie.labelOverflow(), (Size{-400, -300}));
+}
+
+}  // namespace
+}  // namespace zel
