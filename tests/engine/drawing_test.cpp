@@ -54,7 +54,7 @@ TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
   std::vector<int32_t> status = {0, 1, 2, 11, 9, 10};
   curve.SetValues(6, Column(xs), Column(xs), status, false);
   RecordingSurface s;
-  DrawPlot(s, curve, 100, 100, {0x0000FF, 0xFF0000, 0x00FFFF, 0});
+  DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {0x0000FF, 0xFF0000, 0x00FFFF, 0}, 1, false));
   EXPECT_EQ(s.Calls("FillBox"), (std::vector<std::string>{
                                      "FillBox(7,87,13,93,00AA00)", "FillBox(17,77,23,83,0000FF)",
                                      "FillBox(27,67,33,73,FF0000)", "FillBox(47,47,53,53,00FFFF)"}));
@@ -71,7 +71,7 @@ TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
   std::vector<int32_t> status = {0, 0};
   curve.SetValues(2, Column(xs), Column(ys), status, false);
   RecordingSurface s;
-  DrawPlot(s, curve, 100, 100, {});
+  DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {}, 1, false));
   EXPECT_EQ(s.Calls("MoveTo"), (std::vector<std::string>{"MoveTo(50,50)"}));
   EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(100,50)"}));
 }
