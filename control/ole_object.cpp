@@ -18,30 +18,72 @@ constexpr COLORREF kWhite = 0xFFFFFF;
 }  // namespace
 
 // Draws off screen and copies the picture to the target in one piece.
-void CVX_Graph::DrawInto(HDC target, const RECT& bounds) {
+// Draws the graph for a container, a paint message or a printer: into an
+// off-screen bitmap first, then the part that needs it onto the target.
+void CVX_Graph::DrawInto(HDC target, const RECT& given) {
+  RECT bounds = given;
+  RECT screen = given;
+  HWND window = window_.handle();
+  if (window && IsWindow(window)) GetClientRect(window, &screen);
+  int technology = GetDeviceCaps(target, TECHNOLOGY);
+  bool printing = technology == DT_RASPRINTER;
+  bool wasPrinting = graph_->printing();
+  double wasScale = graph_->printScale();
+  if (printing) {
+    graph_->SetPrinting(true, PrinterScale(target));
+    GdiSurface measuring(target);
+    graph_->Recalculate(bounds.right - bounds.left + 1, bounds.bottom - bounds.top + 1, &measuring);
+  }
+  if (technology == DT_RASDISPLAY) {
+    bounds = screen;
+    if (drawRect_.left == 0 && drawRect_.top == 0 && drawRect_.right == 0 && drawRect_.bottom == 0)
+      drawRect_ = screen;
+    if (drawRect_.right - drawRect_.left != screen.right - screen.left) drawRect_ = bounds;
+  } else {
+    drawRect_ = bounds;
+  }
   int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
   if (width < 1) width = GetDeviceCaps(target, HORZRES);
   if (height < 1) height = GetDeviceCaps(target, VERTRES);
+  if (printing) {
+    width = GetDeviceCaps(target, HORZRES);
+    height = GetDeviceCaps(target, VERTRES);
+  }
   HDC memory = CreateCompatibleDC(target);
   HBITMAP bitmap = memory ? CreateCompatibleBitmap(target, width, height) : nullptr;
-  if (!bitmap) {
-    if (memory) DeleteDC(memory);
-    return;
+  if (bitmap) {
+    HGDIOBJ old = SelectObject(memory, bitmap);
+    COLORREF background = TranslateColor(backColor_).value_or(kWhite);
+    SetBkColor(memory, background);
+    {
+      GdiSurface surface(memory);
+      Rect local{bounds.left, bounds.top, bounds.right, bounds.bottom};
+      Rect update{drawRect_.left, drawRect_.top, drawRect_.right, drawRect_.bottom};
+      // Without a window there is no drawing pass; the background still shows.
+      surface.FillRect({0, 0, width, height}, background);
+      graph_->Draw(surface, local, update);
+    }
+    BitBlt(target, drawRect_.left, drawRect_.top, drawRect_.right - drawRect_.left, drawRect_.bottom - drawRect_.top,
+           memory, drawRect_.left, drawRect_.top, SRCCOPY);
+    SelectObject(memory, old);
+    DeleteObject(bitmap);
   }
-  HGDIOBJ old = SelectObject(memory, bitmap);
-  COLORREF background = TranslateColor(backColor_).value_or(kWhite);
-  SetBkColor(memory, background);
-  {
-    GdiSurface surface(memory);
-    Rect local{0, 0, width, height};
-    // Without a window there is no drawing pass; the background still shows.
-    surface.FillRect(local, background);
-    graph_->Draw(surface, local, local);
+  if (memory) DeleteDC(memory);
+  if (printing) {
+    graph_->SetPrinting(wasPrinting, wasScale);
+    graph_->Recalculate(screen.right - screen.left + 1, screen.bottom - screen.top + 1);
   }
-  BitBlt(target, bounds.left, bounds.top, width, height, memory, 0, 0, SRCCOPY);
-  SelectObject(memory, old);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
+  SetRect(&drawRect_, 0, 0, 0, 0);
+}
+
+// A printer draws every pixel constant and font larger by its resolution
+// over the screen's.
+double CVX_Graph::PrinterScale(HDC printer) {
+  HDC screen = GetDC(nullptr);
+  int screenDpi = screen ? GetDeviceCaps(screen, LOGPIXELSX) : 0;
+  if (screen) ReleaseDC(nullptr, screen);
+  int printerDpi = GetDeviceCaps(printer, LOGPIXELSX);
+  return screenDpi > 0 && printerDpi > 0 ? double(printerDpi) / screenDpi : 1.0;
 }
 
 void CVX_Graph::ViewChanged() {

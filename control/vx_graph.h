@@ -228,6 +228,7 @@ class CVX_Graph final : public IVX_Graph,
   OLE_COLOR backColor() const { return backColor_; }
   // Paints the control into a device context (the drawing pass comes here).
   void DrawInto(HDC dc, const RECT& bounds);
+  static double PrinterScale(HDC printer);
 
  private:
   CVX_Graph();
@@ -261,6 +262,8 @@ class CVX_Graph final : public IVX_Graph,
   bool uiActive_ = false;
   EventSource events_;
   OLE_COLOR backColor_ = 0x80000005;  // the system's window colour
+  // The part of the target a draw request covers; all zero between requests.
+  RECT drawRect_{};
   VARIANT_BOOL enabled_ = VARIANT_TRUE;
   std::array<ClientProperty, 3> clientProperties_;
   LONG legendEnabled_ = 0;

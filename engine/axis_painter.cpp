@@ -3,19 +3,30 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/axis_keywords.h"
 #include "engine/axis_scale.h"
 #include "engine/v_axis.h"
 
 namespace zel {
 namespace {
 
-constexpr int32_t kXMajorTick = 8;
-constexpr int32_t kYMajorTick = 6;
-constexpr int32_t kXLabelGap = 10;  // 1.25 major ticks
+constexpr double kXMajorTick = 8;
+constexpr double kYMajorTick = 6;
+constexpr double kXMinorTick = 4;
+constexpr double kYMinorTick = 3;
+constexpr double kLabelGapInTicks = 1.25;
 constexpr int32_t kLabelSpacing = 3;
 constexpr int32_t kTopLabelFree = 9;
 constexpr int32_t kArrowHalfBase = 6;
 constexpr int32_t kArrowHeight = 16;
+constexpr int32_t kArrowLowestEnd = 11;
+constexpr int32_t kArrowMovedEnd = 15;
+constexpr int32_t kUnitNameGap = 5;
+constexpr int32_t kUnitNameRise = 3;
+constexpr int32_t kTitleGap = 4;
+
+// A pixel constant on this surface.
+int32_t Scaled(double pixels, double f) { return int32_t(pixels * f); }
 
 std::vector<Text> Lines(const Text& text) {
   std::vector<Text> lines;
@@ -43,91 +54,189 @@ void WriteLines(Surface& surface, Point at, const std::vector<Text>& lines, int3
   }
 }
 
+LogFont ScaledFont(LogFont font, double f) {
+  font.lfHeight = int32_t(font.lfHeight * f);
+  return font;
+}
+
 // The label of the annotation at pixel `position` of the axis.
 Text LabelAt(const VAxis& axis, const AxisScale& scale, double position) {
   return FormatAxisValue(axis.LabelFormat(), scale.ToValue(position));
 }
 
-void DrawXLabels(Surface& surface, const VAxis& axis, const AxisScale& scale,
-                 const AxisPlacement& at, int reportType) {
-  int32_t direction = at.highSide ? -1 : 1;
-  double halfCategory = axis.type() == kAxisDiscrete ? scale.pixelsPerUnit / 2 : 0;
-  Text previous = u"test";
-  int32_t previousRight = 0;
-  bool first = true;
-  for (double position : MarkPositions(scale, scale.annotationStep, at.extent)) {
-    int32_t x = at.start + int32_t(std::lround(position));
-    if (x < at.roomFirst || x > at.roomLast) continue;
-    surface.MoveTo({x, at.line});
-    surface.LineTo({x, at.line + direction * kXMajorTick});
-    Text text = LabelAt(axis, scale, position);
-    std::vector<Text> lines = Lines(text);
-    Size size = Measure(surface, lines);
-    int32_t labelX = x + int32_t(halfCategory);
-    int32_t half = size.cx / 2;
-    bool fitsLeft = labelX - half >= at.roomFirst;
-    bool fitsRight = reportType == 3 || labelX + half <= at.roomLast ||
-                     labelX + half <= at.roomLast + at.slack;
-    bool clearOfPrevious = first || labelX - half >= previousRight + kLabelSpacing;
-    if (!(fitsLeft && fitsRight && clearOfPrevious && text != previous)) continue;
-    int32_t lineHeight = lines.empty() ? 0 : size.cy / int32_t(lines.size());
-    int32_t top = at.highSide ? at.line - kXLabelGap - size.cy : at.line + kXLabelGap;
-    WriteLines(surface, {labelX, top}, lines, lineHeight);
-    previous = text;
-    previousRight = labelX + half;
-    first = false;
-  }
-}
+class AxisDrawing {
+ public:
+  AxisDrawing(Surface& surface, const VAxis& axis, const AxisPlacement& at)
+      : surface_(surface), axis_(axis), at_(at), scale_(ScaleOf(axis, at.extent)),
+        annotations_(MarkPositions(scale_, scale_.annotationStep, at.extent)) {}
 
-void DrawYLabels(Surface& surface, const VAxis& axis, const AxisScale& scale, const AxisPlacement& at) {
-  int32_t direction = at.highSide ? 1 : -1;
-  double halfCategory = axis.type() == kAxisDiscrete ? scale.pixelsPerUnit / 2 : 0;
-  int32_t labelX = at.line + direction * (kYMajorTick * 5 / 4);
-  for (double position : MarkPositions(scale, scale.annotationStep, at.extent)) {
-    int32_t y = at.start - int32_t(std::lround(position));
-    if (y < at.roomFirst || y > at.roomLast) continue;
-    surface.MoveTo({at.line, y});
-    surface.LineTo({at.line + direction * kYMajorTick, y});
-    std::vector<Text> lines = Lines(LabelAt(axis, scale, position));
-    Size size = Measure(surface, lines);
-    int32_t centre = y - int32_t(halfCategory);
-    int32_t top = centre - size.cy / 2;
-    if (top < at.roomFirst || centre + size.cy / 2 > at.roomLast || top <= at.roomFirst + kTopLabelFree)
-      continue;
-    WriteLines(surface, {labelX, top}, lines, lines.empty() ? 0 : size.cy / int32_t(lines.size()));
+  void Line() {
+    surface_.SelectPen({kPenSolid, Scaled(2, at_.scale), axis_.axisColor(), false});
+    if (axis_.vertical()) {
+      surface_.MoveTo({at_.line, at_.roomLast});
+      surface_.LineTo({at_.line, at_.roomFirst});
+    } else {
+      surface_.MoveTo({at_.roomFirst, at_.line});
+      surface_.LineTo({at_.roomLast, at_.line});
+    }
+    surface_.SelectPen({kPenSolid, 1, axis_.axisColor(), false});
   }
-}
 
-void DrawArrowhead(Surface& surface, const VAxis& axis, const AxisPlacement& at) {
-  int32_t end = at.roomFirst < 11 ? 15 : at.roomFirst;
-  Polygon arrow{{{at.line - kArrowHalfBase, end}, {at.line + kArrowHalfBase, end}, {at.line, end - kArrowHeight}},
-                FillMode::kWinding};
-  surface.FillRegion(arrow, axis.axisColor());
-}
+  void XLabels(int reportType) {
+    double f = at_.scale;
+    int32_t outward = at_.highSide ? -1 : 1;
+    int32_t tick = Scaled(kXMajorTick, f), gap = Scaled(kXMajorTick * kLabelGapInTicks, f);
+    double halfCategory = axis_.type() == kAxisDiscrete ? scale_.pixelsPerUnit / 2 : 0;
+    Text previous = u"test";
+    int32_t previousRight = 0;
+    bool first = true;
+    for (double position : annotations_) {
+      int32_t x = at_.start + int32_t(std::lround(position));
+      if (x < at_.roomFirst || x > at_.roomLast) continue;
+      surface_.MoveTo({x, at_.line});
+      surface_.LineTo({x, at_.line + outward * tick});
+      Text text = LabelAt(axis_, scale_, position);
+      std::vector<Text> lines = Lines(text);
+      Size size = Measure(surface_, lines);
+      int32_t labelX = x + int32_t(halfCategory);
+      int32_t half = size.cx / 2;
+      bool fitsLeft = labelX - half >= at_.roomFirst;
+      bool fitsRight = reportType == 3 || labelX + half <= at_.roomLast ||
+                       labelX + half <= at_.roomLast + at_.slack;
+      bool clearOfPrevious = first || labelX - half >= previousRight + Scaled(kLabelSpacing, f);
+      if (!(fitsLeft && fitsRight && clearOfPrevious && text != previous)) continue;
+      int32_t lineHeight = size.cy / int32_t(lines.size());
+      int32_t top = at_.highSide ? at_.line - gap - size.cy : at_.line + gap;
+      WriteLines(surface_, {labelX, top}, lines, lineHeight);
+      previous = text;
+      previousRight = labelX + half;
+      first = false;
+    }
+    MinorTicks(Scaled(kXMinorTick, f) * outward);
+  }
+
+  void YLabels() {
+    double f = at_.scale;
+    int32_t outward = at_.highSide ? 1 : -1;
+    int32_t tick = Scaled(kYMajorTick, f);
+    double halfCategory = axis_.type() == kAxisDiscrete ? scale_.pixelsPerUnit / 2 : 0;
+    int32_t labelX = at_.line + outward * Scaled(kYMajorTick * kLabelGapInTicks, f);
+    for (double position : annotations_) {
+      int32_t y = at_.start - int32_t(std::lround(position));
+      if (y < at_.roomFirst || y > at_.roomLast) continue;
+      surface_.MoveTo({at_.line, y});
+      surface_.LineTo({at_.line + outward * tick, y});
+      std::vector<Text> lines = Lines(LabelAt(axis_, scale_, position));
+      Size size = Measure(surface_, lines);
+      int32_t centre = y - int32_t(halfCategory);
+      int32_t top = centre - size.cy / 2;
+      if (top < at_.roomFirst || centre + size.cy / 2 > at_.roomLast ||
+          top <= at_.roomFirst + Scaled(kTopLabelFree, f))
+        continue;
+      WriteLines(surface_, {labelX, top}, lines, size.cy / int32_t(lines.size()));
+    }
+    MinorTicks(Scaled(kYMinorTick, f) * outward);
+  }
+
+  // The top end of a Y axis: where the arrowhead points and the unit name stands.
+  int32_t TopEnd() const { return at_.roomFirst < kArrowLowestEnd ? kArrowMovedEnd : at_.roomFirst; }
+
+  // The arrowhead lies within the axis's own strip and the surface: its
+  // apex is at most one pixel above the top edge, where the device clips it.
+  void Arrowhead() {
+    int32_t end = TopEnd();
+    Polygon arrow{{{at_.line - kArrowHalfBase, end}, {at_.line + kArrowHalfBase, end}, {at_.line, end - kArrowHeight}},
+                  FillMode::kWinding};
+    surface_.FillRegion(arrow, axis_.axisColor());
+  }
+
+  void UnitName() {
+    if (at_.unitName.empty()) return;
+    LogFont font = ScaledFont(axis_.annotationFont(), at_.scale);
+    font.lfWeight = kFontWeightBold;
+    font.lfHeight = int32_t(font.lfHeight * 1.5);
+    surface_.SelectFont(font);
+    int32_t height = surface_.TextExtent(at_.unitName).cy;
+    int32_t outward = at_.highSide ? 1 : -1;
+    surface_.SetTextAlign((at_.highSide ? kAlignLeft : kAlignRight) | kAlignTop);
+    surface_.WriteText({at_.line + outward * kUnitNameGap, TopEnd() - height + kUnitNameRise}, at_.unitName);
+  }
+
+  // The title, in the axis font, on the plot's side of the line: at the
+  // axis's start, end or centre. Y titles run upwards in their turned font.
+  void Title() {
+    if (axis_.title().empty()) return;
+    surface_.SelectFont(ScaledFont(axis_.axisFont(), at_.scale));
+    int32_t gap = Scaled(kTitleGap, at_.scale);
+    int position = axis_.titlePosition();
+    if (axis_.vertical()) {
+      // The turned font writes upwards from its reference point, with the
+      // text's top toward the line: the start is worked out from the width.
+      int32_t width = surface_.TextExtent(axis_.title()).cx;
+      int32_t y = position == kTitleStart ? at_.roomLast - gap
+                  : position == kTitleCenter ? (at_.roomFirst + at_.roomLast + width) / 2
+                                             : at_.roomFirst + gap + width;
+      int32_t x = at_.highSide ? at_.line - gap : at_.line + gap;
+      surface_.SetTextAlign(kAlignLeft | (at_.highSide ? kAlignBottom : kAlignTop));
+      surface_.WriteText({x, y}, axis_.title());
+    } else {
+      uint32_t along = position == kTitleStart ? kAlignLeft : position == kTitleCenter ? kAlignCenter : kAlignRight;
+      int32_t x = position == kTitleStart ? at_.roomFirst + gap
+                  : position == kTitleCenter ? (at_.roomFirst + at_.roomLast) / 2
+                                             : at_.roomLast - gap;
+      int32_t y = at_.highSide ? at_.line + gap : at_.line - gap;
+      surface_.SetTextAlign(along | (at_.highSide ? kAlignTop : kAlignBottom));
+      surface_.WriteText({x, y}, axis_.title());
+    }
+  }
+
+ private:
+  // Minor ticks at the tick step wherever no annotation lies within a pixel;
+  // `length` is signed, outward from the line.
+  void MinorTicks(int32_t length) {
+    for (double position : MarkPositions(scale_, scale_.tickStep, at_.extent)) {
+      auto next = std::lower_bound(annotations_.begin(), annotations_.end(), position);
+      if (next != annotations_.end() && *next - position <= 1) continue;
+      if (next != annotations_.begin() && position - *std::prev(next) <= 1) continue;
+      int32_t offset = int32_t(std::lround(position));
+      if (axis_.vertical()) {
+        int32_t y = at_.start - offset;
+        if (y < at_.roomFirst || y > at_.roomLast) continue;
+        surface_.MoveTo({at_.line, y});
+        surface_.LineTo({at_.line + length, y});
+      } else {
+        int32_t x = at_.start + offset;
+        if (x < at_.roomFirst || x > at_.roomLast) continue;
+        surface_.MoveTo({x, at_.line});
+        surface_.LineTo({x, at_.line + length});
+      }
+    }
+  }
+
+  Surface& surface_;
+  const VAxis& axis_;
+  const AxisPlacement& at_;
+  AxisScale scale_;
+  std::vector<double> annotations_;
+};
 
 }  // namespace
 
 void DrawAxis(Surface& surface, const VAxis& axis, const AxisPlacement& at, int reportType) {
-  AxisScale scale = ScaleOf(axis, at.extent);
-  surface.SelectPen({kPenSolid, 2, axis.axisColor(), false});
-  if (axis.vertical()) {
-    surface.MoveTo({at.line, at.roomLast});
-    surface.LineTo({at.line, at.roomFirst});
-  } else {
-    surface.MoveTo({at.roomFirst, at.line});
-    surface.LineTo({at.roomLast, at.line});
-  }
-  surface.SelectPen({kPenSolid, 1, axis.axisColor(), false});
-  surface.SelectFont(axis.annotationFont());
+  AxisDrawing drawing(surface, axis, at);
+  drawing.Line();
+  surface.SelectFont(ScaledFont(axis.annotationFont(), at.scale));
   surface.SetTextColor(axis.axisColor());
   if (axis.vertical()) {
-    DrawArrowhead(surface, axis, at);
+    drawing.Arrowhead();
     surface.SetTextAlign((at.highSide ? kAlignLeft : kAlignRight) | kAlignTop);
-    DrawYLabels(surface, axis, scale, at);
+    drawing.YLabels();
+    drawing.UnitName();
   } else {
     surface.SetTextAlign(kAlignCenter | kAlignTop);
-    DrawXLabels(surface, axis, scale, at, reportType);
+    drawing.XLabels(reportType);
   }
+  drawing.Title();
 }
 
 }  // namespace zel

@@ -1,7 +1,8 @@
 #pragma once
-// Draws an axis: its line, major ticks, labels (with the rules that leave
-// some out), and for a Y axis the arrowhead at its top. Positions are in the
-// drawing pass's logical pixels, y growing downwards.
+// Draws an axis: its line, major and minor ticks, labels (with the rules
+// that leave some out), its title, and for a Y axis the arrowhead and unit
+// name at its top. Positions are in the drawing pass's logical pixels, y
+// growing downwards.
 #include "engine/surface.h"
 
 namespace zel {
@@ -17,6 +18,8 @@ struct AxisPlacement {
   int32_t roomLast;
   int32_t slack;       // how far past roomLast an X label may end
   bool highSide;       // labels on the other side of the line
+  double scale = 1.0;  // the printer scale factor, 1 on the screen
+  TextView unitName;   // shown above a split Y axis
 };
 
 void DrawAxis(Surface& surface, const VAxis& axis, const AxisPlacement& placement, int reportType);

@@ -2,16 +2,17 @@
 // around it, and the full (unzoomed) data area that the zoom rectangle maps
 // onto it. Graph coordinates start at the lower left inside the margins,
 // with y growing upwards.
+#include <algorithm>
 #include <cmath>
 
 #include "engine/v_graph.h"
+#include "engine/v_pie_dataset.h"
 #include "util/process_state.h"
 
 namespace zel {
 namespace {
 
 constexpr int32_t kFurtherAxisGap = 10;
-constexpr size_t kMaxMeasuredYAxes = 4;
 
 int32_t RoundToPixel(float v) { return std::isfinite(v) ? int32_t(std::lround(v)) : 0; }
 
@@ -28,8 +29,9 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
   int32_t w = width - 1, h = height - 1;
   Box<int32_t> plot{0, h, w, 0};
   if (Kind() < kGraphOfPie) {
-    plot.right = w - margins_.right - margins_.left;
-    plot.top = h - margins_.bottom - margins_.top;
+    PlaceLegend(measuring, plot, w, h);
+    plot.right -= margins_.right + margins_.left;
+    plot.top -= margins_.bottom + margins_.top;
     PlaceFreeAxes(measuring, plot);
     if (yAxes_.empty()) {
       plot.left = 0;
@@ -38,7 +40,70 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
   }
   plotFrame_ = plot;
   PlaceDataArea();
+  if (Kind() == kGraphOfPie) PlacePie(measuring);
+  if (Kind() < kGraphOfPie) PlaceAxesOnAxes(measuring);
   if (HasWindow() && !suspendDraw_) UpdateScrollBars();
+}
+
+// The legend takes its room from the client area on its side before the
+// margins are applied, so the margin lies between legend and graph.
+void VGraph::PlaceLegend(Surface* measuring, Box<int32_t>& plot, int32_t w, int32_t h) {
+  if (!legend_) return;
+  int32_t position = legendPosition_;
+  if (position != VLegend::kRight && position != VLegend::kTop && position != VLegend::kLeft)
+    position = VLegend::kBottom;
+  legend_->position = position;
+  bool side = VLegend::IsSide(position);
+  int32_t room = measuring ? legend_->Measure(*measuring, position, side ? h : w, printScale()) : 0;
+  room = std::clamp(room, 0, side ? w : h);
+  switch (position) {
+    case VLegend::kRight:
+      legend_->rect = {w - room, 0, w, h};
+      plot.right -= room;
+      break;
+    case VLegend::kLeft:
+      legend_->rect = {0, 0, room, h};
+      plot.left += room;
+      break;
+    case VLegend::kTop:
+      legend_->rect = {0, 0, w, room};
+      plot.top -= room;
+      break;
+    default:
+      legend_->rect = {0, h - room, w, h};
+      plot.bottom += room;
+      break;
+  }
+}
+
+// Axes placed on other axes take no room; they only work out their steps
+// and the room their labels would take.
+void VGraph::PlaceAxesOnAxes(Surface* measuring) {
+  double xScale = 1.0 / double(zoomRect_.right - zoomRect_.left);
+  double yScale = 1.0 / double(zoomRect_.top - zoomRect_.bottom);
+  for (const auto* axes : {&xAxes_, &yAxes_})
+    for (const auto& entry : axes->entries()) {
+      VAxis& axis = *entry.object;
+      if (axis.placement() != VAxis::kOnAxis) continue;
+      double scale = axis.vertical() ? yScale : xScale;
+      if (measuring) axis.Measure(*measuring, scale, printScale());
+      else axis.UpdateSteps(scale);
+    }
+}
+
+// A pie fills the whole graph inside the margins.
+void VGraph::PlacePie(Surface* measuring) {
+  if (!measuring) return;
+  int32_t width = dataArea_.right - dataArea_.left + 1 - margins_.right - margins_.left;
+  int32_t height = dataArea_.top - dataArea_.bottom + 1 - margins_.bottom - margins_.top;
+  for (const auto& entry : datasets_.entries())
+    if (auto* slices = dynamic_cast<VPieDataset*>(entry.object.get()))
+      slices->SetPlotRect({0, 0, width, height}, *measuring);
+}
+
+bool VGraph::HasSplitYAxes() const {
+  const auto& split = Process().splitYAxis;
+  return split[0] || split[1] || split[2];
 }
 
 void VGraph::PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot) {
@@ -49,7 +114,7 @@ void VGraph::PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot) {
       axis.UpdateSteps(scale);
       return 0;
     }
-    return axis.Measure(*measuring, scale, 1.0, unitName);
+    return axis.Measure(*measuring, scale, printScale(), unitName);
   };
   for (const auto& entry : xAxes_.entries()) {
     VAxis& axis = *entry.object;
@@ -65,12 +130,11 @@ void VGraph::PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot) {
   }
   // The first Y axis, and the second to fourth when split off, take room;
   // further ones on the same side stand 10 pixels apart.
-  const auto& split = Process().splitYAxis;
-  bool anySplit = split[0] || split[1] || split[2];
+  bool anySplit = HasSplitYAxes();
   int leftAxes = 0, rightAxes = 0;
-  for (size_t index = 0; index < yAxes_.size() && index < kMaxMeasuredYAxes; ++index) {
+  for (size_t index = 0; index < yAxes_.size(); ++index) {
+    if (!ShowsYAxis(index)) continue;
     VAxis& axis = *yAxes_.entries()[index].object;
-    if (axis.placement() == VAxis::kOnAxis || (index > 0 && !split[index - 1])) continue;
     int32_t thickness = measure(axis, yScale, anySplit ? TextView(unitNames_[index]) : TextView());
     if (axis.placement() == VAxis::kHighSide) {
       axis.SetPosition(plot.right);

@@ -1,16 +1,28 @@
 // The drawing pass: background, the plot's window origin and clipping, the
-// curves, then the free-standing axes, all in one order for screen and
-// printer alike. The logical pixels of the pass start at the data area's
-// top left corner, x growing right and y growing down.
+// grid, axes placed on other axes, the curves or the pie, the free-standing
+// axes, the legend, the hairlines with their labels and the selection band,
+// in one order for screen and printer alike. The logical pixels of the pass
+// start at the data area's top left corner, x growing right and y down.
 #include <algorithm>
+#include <cmath>
 
+#include "engine/axis_grid.h"
 #include "engine/axis_painter.h"
-#include "engine/curve_painter.h"
+#include "engine/axis_scale.h"
+#include "engine/hairline_label.h"
 #include "engine/v_graph.h"
+#include "engine/v_pie_dataset.h"
+#include "util/font_spec.h"
 #include "util/process_state.h"
 
 namespace zel {
 namespace {
+
+enum GridWord : int16_t { kGridOfYAxes = 1, kGridOfXAxes = 2, kGridOfBoth = 3 };
+constexpr char16_t kHairlineFont[] = u"Arial,8";
+constexpr int32_t kHairlineLabelGap = 2;
+constexpr Color kWhite = 0xFFFFFF;
+constexpr Color kBlack = 0;
 
 Rect Intersection(const Rect& a, const Rect& b) {
   Rect r{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
@@ -20,11 +32,18 @@ Rect Intersection(const Rect& a, const Rect& b) {
   return r;
 }
 
+int32_t ToPixel(double v) { return std::isfinite(v) ? int32_t(std::lround(std::clamp(v, -1e8, 1e8))) : 0; }
+
 }  // namespace
 
 Rect VGraph::PlotInDevice(const Rect& bounds) const {
   int32_t x = bounds.left + margins_.left, y = bounds.bottom - margins_.bottom;
   return {x + plotFrame_.left, y - plotFrame_.top, x + plotFrame_.right + 1, y - plotFrame_.bottom + 1};
+}
+
+bool VGraph::ShowsYAxis(size_t index) const {
+  if (index >= 4 || yAxes_.entries()[index].object->placement() == VAxis::kOnAxis) return false;
+  return index == 0 || Process().splitYAxis[index - 1];
 }
 
 void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
@@ -34,14 +53,81 @@ void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
   bool pie = Kind() == kGraphOfPie;
   int32_t originY = pie ? -(margins_.top - dataArea_.top + bounds.bottom)
                         : -(bounds.bottom - margins_.bottom - dataArea_.top);
-  surface.SetWindowOrigin({-(bounds.left + margins_.left + dataArea_.left), originY});
+  Point origin{-(bounds.left + margins_.left + dataArea_.left), originY};
+  surface.SetWindowOrigin(origin);
   surface.ClipTo(Intersection(update, PlotInDevice(bounds)));
-  DrawCurves(surface);
-  surface.ClipTo(update);
-  DrawFreeAxes(surface);
+  if (pie) {
+    for (const auto& entry : datasets_.entries())
+      if (auto* slices = dynamic_cast<const VPieDataset*>(entry.object.get())) slices->DrawPie(surface, origin);
+  } else {
+    DrawGrid(surface);
+    DrawAxesOnAxes(surface);
+    DrawCurves(surface);
+    surface.ClipTo(update);
+    DrawFreeAxes(surface);
+  }
   surface.SetWindowOrigin({0, 0});
   surface.ClipTo(bounds);
   surface.Restore();
+  if (legend_ && !pie) DrawLegend(surface, bounds);
+  if (surface.Technology() != kRasterPrinter && !pie && !hairlines_.empty()) DrawHairlines(surface, bounds);
+  if (band_.left != 0 || band_.right != 0 || band_.top != 0 || band_.bottom != 0) DrawBand(surface, bounds);
+}
+
+Rect VGraph::PlotInPass() const {
+  return {plotFrame_.left - dataArea_.left, dataArea_.top - plotFrame_.top, plotFrame_.right - dataArea_.left,
+          dataArea_.top - plotFrame_.bottom};
+}
+
+// The third grid word chooses the axes whose grids are drawn; the graph's
+// grid colour and first two words (style, width) are the pen of every one.
+// With split Y axes all shown Y axes draw their limit lines, but only the
+// first one with a grid draws grid lines, so the bands share one grid.
+void VGraph::DrawGrid(Surface& surface) {
+  int16_t which = gridWords_[2];
+  bool xGrid = which == kGridOfXAxes || which == kGridOfBoth;
+  bool yGrid = which == kGridOfYAxes || which == kGridOfBoth;
+  GridLook look{Color(gridColor_), gridWords_[0], gridWords_[1]};
+  double f = printScale();
+  bool bars = std::any_of(datasets_.entries().begin(), datasets_.entries().end(),
+                          [](const auto& entry) { return entry.object->type() == kBar; });
+  Rect plot = PlotInPass();
+  int32_t width = dataArea_.right - dataArea_.left + 1, height = dataArea_.top - dataArea_.bottom + 1;
+  if (xGrid)
+    for (const auto& entry : xAxes_.entries())
+      DrawAxisGrid(surface, *entry.object, look, {plot, 0, width}, true, bars, f);
+  if (!yGrid) return;
+  bool linesDrawn = false;
+  for (size_t index = 0; index < yAxes_.size(); ++index) {
+    if (!ShowsYAxis(index)) continue;
+    const VAxis& axis = *yAxes_.entries()[index].object;
+    bool lines = !linesDrawn && axis.gridMode() != 0;
+    DrawAxisGrid(surface, axis, look, {plot, height - 1, height}, lines, false, f);
+    linesDrawn = linesDrawn || lines;
+  }
+}
+
+// X axes placed on a Y axis stand where their crossing value lies on it, Y
+// axes likewise on an X axis; both keep to the plot.
+void VGraph::DrawAxesOnAxes(Surface& surface) {
+  int32_t width = dataArea_.right - dataArea_.left + 1, height = dataArea_.top - dataArea_.bottom + 1;
+  Rect plot = PlotInPass();
+  int reportType = Process().reportType;
+  double f = printScale();
+  for (const auto& entry : xAxes_.entries()) {
+    const VAxis& axis = *entry.object;
+    if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
+    int32_t line = height - 1 - ToPixel(ScaleOf(*axis.reference(), height).ToPixel(axis.crossingValue()));
+    AxisPlacement at{line, 0, width, plot.left, plot.right, 0, false, f, {}};
+    DrawAxis(surface, axis, at, reportType);
+  }
+  for (const auto& entry : yAxes_.entries()) {
+    const VAxis& axis = *entry.object;
+    if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
+    int32_t line = ToPixel(ScaleOf(*axis.reference(), width).ToPixel(axis.crossingValue()));
+    AxisPlacement at{line, height - 1, height, plot.top, plot.bottom, 0, false, f, {}};
+    DrawAxis(surface, axis, at, reportType);
+  }
 }
 
 void VGraph::DrawFreeAxes(Surface& surface) {
@@ -49,25 +135,87 @@ void VGraph::DrawFreeAxes(Surface& surface) {
   auto x = [&](int32_t graphX) { return graphX - dataArea_.left; };
   auto y = [&](int32_t graphY) { return dataArea_.top - graphY; };
   int reportType = Process().reportType;
+  double f = printScale();
   for (const auto& entry : xAxes_.entries()) {
     const VAxis& axis = *entry.object;
     if (axis.placement() == VAxis::kOnAxis) continue;
     bool high = axis.placement() == VAxis::kHighSide;
     int32_t line = high ? axis.position() - axis.thickness() : axis.position() + axis.thickness();
     AxisPlacement at{y(line), 0, dataArea_.right - dataArea_.left + 1, x(plotFrame_.left),
-                     x(plotFrame_.right), margins_.right, high};
+                     x(plotFrame_.right), margins_.right, high, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
-  const auto& split = Process().splitYAxis;
-  for (size_t index = 0; index < yAxes_.size() && index < 4; ++index) {
+  bool split = HasSplitYAxes();
+  for (size_t index = 0; index < yAxes_.size(); ++index) {
+    if (!ShowsYAxis(index)) continue;
     const VAxis& axis = *yAxes_.entries()[index].object;
-    if (axis.placement() == VAxis::kOnAxis || (index > 0 && !split[index - 1])) continue;
     bool high = axis.placement() == VAxis::kHighSide;
     int32_t line = high ? axis.position() - axis.thickness() : axis.position() + axis.thickness();
-    AxisPlacement at{x(line), y(dataArea_.bottom), dataArea_.top - dataArea_.bottom + 1,
-                     y(plotFrame_.top), y(plotFrame_.bottom), 0, high};
+    AxisPlacement at{x(line), y(dataArea_.bottom), dataArea_.top - dataArea_.bottom + 1, y(plotFrame_.top),
+                     y(plotFrame_.bottom), 0, high, f, split ? TextView(unitNames_[index]) : TextView()};
     DrawAxis(surface, axis, at, reportType);
   }
+}
+
+void VGraph::DrawLegend(Surface& surface, const Rect& bounds) {
+  Rect client = legend_->rect;
+  legend_->rect = {client.left + bounds.left, client.top + bounds.top, client.right + bounds.left,
+                   client.bottom + bounds.top};
+  legend_->Draw(surface, printScale());
+  legend_->rect = client;
+}
+
+// Hairline lines are kept inside the plot; their labels stand beside it, on
+// the side of the chosen X axis, and are not clipped to the plot.
+void VGraph::DrawHairlines(Surface& surface, const Rect& bounds) {
+  Rect plot = PlotInDevice(bounds);
+  int32_t fullWidth = dataArea_.right - dataArea_.left + 1;
+  int32_t left = bounds.left + margins_.left + plotFrame_.left;
+  const VAxis* axis = FindXAxis(xAxisHairline_);
+  bool below = axis && axis->placement() == VAxis::kLowSide;
+  bool above = axis && axis->placement() == VAxis::kHighSide;
+  surface.SelectFont(ParseFontSpec(kHairlineFont));
+  int reportType = Process().reportType;
+  for (const Hairline& hairline : hairlines_) {
+    int32_t x = ToPixel(double(hairline.position) * fullWidth) + margins_.left + plotFrame_.left + bounds.left;
+    surface.ClipTo({plot.left + 1, plot.top + 1, plot.right - 1, plot.bottom - 1});
+    surface.SelectPen({kPenSolid, hairline.width, hairline.color, false});
+    surface.MoveTo({x, plot.bottom - 1});
+    surface.LineTo({x, plot.top});
+    if (!below && !above) continue;
+    surface.ClipTo(bounds);
+    double value = ScaleOf(*axis, fullWidth).ToValue(x - left + (plotFrame_.left - dataArea_.left));
+    Text label = HairlineLabel(*axis, value, reportType);
+    int32_t half = surface.TextExtent(label).cx / 2;
+    uint32_t align = kAlignCenter;
+    if (x - half - kHairlineLabelGap < left) align = kAlignLeft;
+    else if (x + half + kHairlineLabelGap > plot.right) align = kAlignRight;
+    surface.SetTextColor(hairline.color);
+    surface.SetTextAlign(align | (below ? kAlignTop : kAlignBottom));
+    surface.WriteText({x, below ? plot.bottom : plot.top - 1}, label);
+  }
+  surface.ClipTo(bounds);
+}
+
+// The rubber band: a dotted white frame XORed onto the data area, so that
+// drawing it twice takes it away.
+void VGraph::DrawBand(Surface& surface, const Rect& bounds) {
+  int32_t fullWidth = dataArea_.right - dataArea_.left + 1, fullHeight = dataArea_.top - dataArea_.bottom + 1;
+  int32_t left = bounds.left + margins_.left + dataArea_.left;
+  int32_t bottom = bounds.bottom - margins_.bottom - dataArea_.bottom;
+  auto x = [&](float fraction) { return left + ToPixel(double(fraction) * fullWidth); };
+  auto y = [&](float fraction) { return bottom - ToPixel(double(fraction) * fullHeight); };
+  surface.Save();
+  surface.ClipTo(Intersection(bounds, {left, bottom - fullHeight + 1, left + fullWidth, bottom + 1}));
+  surface.SelectPen({kPenDot, 1, kWhite, false});
+  surface.SetBackgroundColor(kBlack);
+  surface.SetRasterOp(RasterOp::kXor);
+  Point corners[] = {{x(band_.left), y(band_.bottom)}, {x(band_.right), y(band_.bottom)},
+                     {x(band_.right), y(band_.top)}, {x(band_.left), y(band_.top)},
+                     {x(band_.left), y(band_.bottom)}};
+  surface.Polyline(corners);
+  surface.SetRasterOp(RasterOp::kCopy);
+  surface.Restore();
 }
 
 }  // namespace zel

@@ -86,6 +86,8 @@ class VAxis {
   const LogFont& axisFont() const { return axisFont_; }
   const LogFont& annotationFont() const { return annotationFont_; }
   Color axisColor() const { return axisColor_; }
+  int32_t titlePosition() const { return titlePosition_; }
+  int32_t gridMode() const { return gridMode_; }
 
   // Whether a value lies within the fractions from..to of the axis (ends
   // included); false when to <= from.

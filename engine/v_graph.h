@@ -175,9 +175,24 @@ class VGraph {
   std::vector<EnumEntry> EnumAxes(const IdMap<VAxis>& axes) const;
   void PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot);
   void PlaceDataArea();
+  void PlaceLegend(Surface* measuring, Box<int32_t>& plot, int32_t w, int32_t h);
+  void PlaceAxesOnAxes(Surface* measuring);
+  void PlacePie(Surface* measuring);
+  // Whether the Y axis at `index` is measured and drawn beside the plot:
+  // the first one, and the second to fourth when split off.
+  bool ShowsYAxis(size_t index) const;
+  bool HasSplitYAxes() const;
+  // The plot frame in device pixels of a pass over `bounds`, and in the
+  // pass's logical pixels.
   Rect PlotInDevice(const Rect& bounds) const;
+  Rect PlotInPass() const;
+  void DrawGrid(Surface& surface);
+  void DrawAxesOnAxes(Surface& surface);
   void DrawCurves(Surface& surface);
   void DrawFreeAxes(Surface& surface);
+  void DrawLegend(Surface& surface, const Rect& bounds);
+  void DrawHairlines(Surface& surface, const Rect& bounds);
+  void DrawBand(Surface& surface, const Rect& bounds);
   void Repaint();
   bool HasWindow() const { return window_ && window_->Exists(); }
 

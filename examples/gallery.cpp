@@ -11,6 +11,7 @@
 #include <ocidl.h>
 #include <wincodec.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <initializer_list>
@@ -37,6 +38,8 @@ struct Array {
       V_VT(&elements[i]) = type;
       if (type == VT_I4)
         V_I4(&elements[i]) = LONG(values[i]);
+      else if (type == VT_R4)
+        V_R4(&elements[i]) = float(values[i]);
       else
         V_R8(&elements[i]) = values[i];  // VT_R8 and VT_DATE share the field
     }
@@ -115,88 +118,274 @@ void SetValues(IVX_Graph* graph, LONG id, const std::vector<double>& xs, const s
   graph->SetDatasetValues(id, x.v, y.v, s.v, append);
 }
 
-// Sets an axis's range and title through an AxisProps record, as compiled
-// hosts do.
-void SetRange(IVX_Graph* g, bool vertical, LONG id, double min, double max, const wchar_t* title,
-              VARTYPE type = VT_R8) {
-  const GUID axisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
+// A record of the type library's, filled by `fill` and handed to `use` in
+// a VARIANT, as compiled hosts pass AxisProps and DatasetProps.
+template <typename Record, typename Fill, typename Use>
+void WithRecord(const GUID& type, Fill fill, Use use) {
   IRecordInfo* info = nullptr;
-  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, 0, axisProps, &info))) return;
-  auto* record = static_cast<AxisProps*>(info->RecordCreate());
-  for (auto [variant, value] : {std::pair(&record->min, min), std::pair(&record->max, max)}) {
-    V_VT(variant) = type;
-    if (type == VT_I4)
-      V_I4(variant) = LONG(value);
-    else
-      V_R8(variant) = value;  // VT_R8 and VT_DATE share the field
-  }
-  record->title = SysAllocString(title);
+  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, 0, type, &info))) return;
+  auto* record = static_cast<Record*>(info->RecordCreate());
+  fill(*record);
   VARIANT props;
   VariantInit(&props);
   V_VT(&props) = VT_RECORD;
   V_RECORD(&props) = record;
   V_RECORDINFO(&props) = info;
-  vertical ? g->SetYAxisProperties(id, props) : g->SetXAxisProperties(id, props);
+  use(props);
   VariantClear(&props);
 }
 
-// A temperature trend over one day on four split Y axes, with limit lines,
-// hairlines and a legend.
+constexpr GUID kAxisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
+constexpr GUID kDatasetProps = {0x88A7E2DB, 0x2F1D, 0x4F59, {0xA7, 0xD4, 0xFE, 0x8F, 0x6C, 0xBC, 0x2C, 0x78}};
+
+// Category texts as x values, as the categories of a DISCRETE axis.
+void SetCategoryValues(IVX_Graph* graph, LONG id, const std::vector<const wchar_t*>& labels,
+                       const std::vector<double>& ys) {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, ULONG(labels.size()));
+  VARIANT* elements = nullptr;
+  SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
+  for (size_t i = 0; i < labels.size(); ++i) {
+    V_VT(&elements[i]) = VT_BSTR;
+    V_BSTR(&elements[i]) = SysAllocString(labels[i]);
+  }
+  SafeArrayUnaccessData(array);
+  VARIANT x;
+  VariantInit(&x);
+  V_VT(&x) = VT_ARRAY | VT_VARIANT;
+  V_ARRAY(&x) = array;
+  Array y(ys), status(std::vector<double>(ys.size(), 0), VT_I4);
+  VARIANT append = Missing();
+  graph->SetDatasetValues(id, x, y.v, status.v, append);
+  VariantClear(&x);
+}
+
+// Sets an axis's range, title, colour and grid mode through an AxisProps
+// record.
+void SetRange(IVX_Graph* g, bool vertical, LONG id, double min, double max, const wchar_t* title,
+              VARTYPE type = VT_R8, COLORREF colour = 0, const wchar_t* grid = L"ANNOTATION") {
+  WithRecord<AxisProps>(
+      kAxisProps,
+      [&](AxisProps& record) {
+        for (auto [variant, value] : {std::pair(&record.min, min), std::pair(&record.max, max)}) {
+          V_VT(variant) = type;
+          if (type == VT_I4)
+            V_I4(variant) = LONG(value);
+          else
+            V_R8(variant) = value;  // VT_R8 and VT_DATE share the field
+        }
+        record.title = SysAllocString(title);
+        record.axisColor = LONG(colour);
+        record.gridMode = SysAllocString(grid);
+        if (vertical) record.titlePosition = SysAllocString(L"CENTER");
+      },
+      [&](VARIANT& props) { vertical ? g->SetYAxisProperties(id, props) : g->SetXAxisProperties(id, props); });
+}
+
+// The look of a curve, as a DatasetProps record.
+struct Look {
+  const wchar_t* title;
+  COLORREF line;
+  const wchar_t* marker = L"NONE";
+  COLORREF fill = 0;
+  const wchar_t* fillTo = L"X_AXES";
+  LONG fillCurveId = 0;
+  short width = 1;
+  const wchar_t* style = L"SOLID";
+};
+
+void AddCurve(IVX_Graph* g, LONG id, const wchar_t* type, LONG xAxis, LONG yAxis, const Look& look) {
+  Bstr kind(type);
+  WithRecord<DatasetProps>(
+      kDatasetProps,
+      [&](DatasetProps& record) {
+        record.title = SysAllocString(look.title);
+        record.lineStyle = SysAllocString(look.style);
+        record.markerShape = SysAllocString(look.marker);
+        record.titleFont = SysAllocString(L"Arial,9");
+        record.textFont = SysAllocString(L"Arial,8");
+        record.lineWidth = look.width;
+        record.lineColor = LONG(look.line);
+        record.fillColor = LONG(look.fill);
+        record.markerColor = LONG(look.line);
+        record.type = SysAllocString(type);
+        record.fillTo = SysAllocString(look.fillTo);
+        record.fillCurveId = look.fillCurveId;
+        record.YaxisID = short(yAxis);
+      },
+      [&](VARIANT& props) { g->AddDataset(id, kind, xAxis, yAxis, props); });
+}
+
+void Grid(IVX_Graph* g, COLORREF colour, short style, short width, short which) {
+  LONG c = LONG(colour);
+  short words[3] = {style, width, which};
+  g->SetGridProps(&c, words);
+}
+
+void AddAxis(IVX_Graph* g, bool vertical, LONG id, const wchar_t* type, const wchar_t* side = L"LEFT") {
+  Bstr kind(type), place(side);
+  VARIANT none = Empty(), missing = Missing(), position;
+  VariantInit(&position);
+  V_VT(&position) = VT_BSTR;
+  V_BSTR(&position) = place;
+  if (vertical)
+    g->AddYAxis(id, kind, none, 0, position, missing);
+  else
+    g->AddXAxis(id, kind, none, 0, missing, missing);
+}
+
+VARIANT Colour(COLORREF c) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = VT_I4;
+  V_I4(&v) = LONG(c);
+  return v;
+}
+
+VARIANT Short(short n) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = VT_I2;
+  V_I2(&v) = n;
+  return v;
+}
+
+// A day of a process on four split Y axes, each with a unit name, under a
+// grid, with limit lines, two hairlines labelled with their times and a
+// legend on the right.
 void TimeTrend(IVX_Graph* g) {
-  Bstr time(L"TIME"), real(L"REAL"), plot(L"PLOT"), left(L"LEFT"), right(L"RIGHT");
-  VARIANT none = Empty(), missing = Missing();
-  g->AddXAxis(1, time, none, 0, missing, missing);
-  VARIANT leftSide, rightSide;
-  VariantInit(&leftSide);
-  V_VT(&leftSide) = VT_BSTR, V_BSTR(&leftSide) = left;
-  VariantInit(&rightSide);
-  V_VT(&rightSide) = VT_BSTR, V_BSTR(&rightSide) = right;
-  for (LONG axis = 1; axis <= 4; ++axis) g->AddYAxis(axis, real, none, 0, axis % 2 ? leftSide : rightSide, missing);
+  AddAxis(g, false, 1, L"TIME");
+  const wchar_t* titles[] = {L"Temperature", L"Pressure", L"Flow", L"Level"};
+  const COLORREF colours[] = {RGB(192, 0, 0), RGB(0, 96, 192), RGB(0, 140, 0), RGB(160, 0, 160)};
+  for (LONG axis = 1; axis <= 4; ++axis) AddAxis(g, true, axis, L"REAL", axis % 2 ? L"LEFT" : L"RIGHT");
   SetRange(g, false, 1, 46347.0, 46348.0, L"Time", VT_DATE);
-  for (LONG axis = 1; axis <= 4; ++axis) SetRange(g, true, axis, 20 + 5 * axis - 6, 20 + 5 * axis + 6, L"Value");
+  for (LONG axis = 1; axis <= 4; ++axis)
+    SetRange(g, true, axis, 20 + 5 * axis - 6, 20 + 5 * axis + 6, titles[axis - 1], VT_R8, colours[axis - 1]);
   LONG on = 1;
   g->enableSplitYAxis(&on, &on, &on);
+  Bstr c(L"°C"), bar(L"bar"), flow(L"m³/h"), level(L"%");
+  g->setUnitName(c, bar, flow, level);
+  Grid(g, RGB(200, 200, 200), 2, 1, 3);
   std::vector<double> times;
-  for (int i = 0; i <= 96; ++i) times.push_back(46347.0 + i / 96.0);
+  for (int i = 0; i <= 288; ++i) times.push_back(46347.0 + i / 288.0);
   for (LONG axis = 1; axis <= 4; ++axis) {
-    g->AddDataset(axis * 10, plot, 1, axis, none);
+    AddCurve(g, axis * 10, L"PLOT", 1, axis, {titles[axis - 1], colours[axis - 1], L"NONE", 0, L"X_AXES", 0, 2});
     std::vector<double> values;
     for (size_t i = 0; i < times.size(); ++i)
-      values.push_back(20 + 5 * axis + 4 * std::sin(double(i) / (6 + axis)));
+      values.push_back(20 + 5 * axis + 4 * std::sin(double(i) / (12 + 4 * axis)) + 0.6 * std::sin(double(i) / 3.0 * axis));
     SetValues(g, axis * 10, times, values, VT_DATE);
   }
+  VARIANT missing = Missing();
+  LONG id = 0;
+  VARIANT high = Colour(RGB(255, 0, 0)), low = Colour(RGB(0, 0, 255)), width = Short(2);
+  Bstr dashed(L"DASHED");
+  VARIANT style;
+  VariantInit(&style);
+  V_VT(&style) = VT_BSTR;
+  V_BSTR(&style) = dashed;
   VARIANT limit;
   VariantInit(&limit);
-  V_VT(&limit) = VT_R8, V_R8(&limit) = 28;
-  LONG id = 0;
-  g->AddLimitValue(1, limit, missing, missing, missing, &id);
-  g->AddHairline(30, missing, missing, &id);
-  g->AddHairline(70, missing, missing, &id);
+  V_VT(&limit) = VT_R8, V_R8(&limit) = 29;
+  g->AddLimitValue(1, limit, high, style, width, &id);
+  V_R8(&limit) = 21;
+  g->AddLimitValue(1, limit, low, style, width, &id);
+  VARIANT hairline = Colour(RGB(255, 128, 0));
+  g->AddHairline(30, hairline, missing, &id);
+  g->AddHairline(72, hairline, missing, &id);
+  g->SetHairlineShowXAxis(1);
   g->put_LegendEnabled(1);
-  LONG off = 0;
-  g->enableSplitYAxis(&off, &off, &off);
+  Bstr right(L"RIGHT");
+  g->put_LegendPosition(right);
 }
 
-// Bars on a DISCRETE axis.
+// Points whose marker colour tells their status: 1, 2 and 9 take the three
+// status colours, 10 is left unmarked and 11 or more is left out.
+void StatusMarkers(IVX_Graph* g) {
+  AddAxis(g, false, 1, L"REAL");
+  AddAxis(g, true, 1, L"REAL");
+  SetRange(g, false, 1, 0, 20, L"Sample");
+  SetRange(g, true, 1, 0, 10, L"Reading");
+  AddCurve(g, 1, L"PLOT", 1, 1, {L"Readings", RGB(0, 0, 160), L"BOX", 0, L"X_AXES", 0, 2});
+  std::vector<double> xs, ys, status;
+  const int states[] = {0, 0, 1, 0, 2, 0, 9, 0, 10, 0, 11, 0, 1, 1, 0, 2, 9, 0, 0, 0};
+  for (int i = 0; i < 20; ++i) {
+    xs.push_back(i + 0.5);
+    ys.push_back(5 + 3 * std::sin(i / 3.0));
+    status.push_back(states[i]);
+  }
+  VARIANT colours;
+  Array statusColours({double(RGB(255, 0, 0)), double(RGB(255, 160, 0)), double(RGB(0, 170, 0)), 0}, VT_I4);
+  colours = statusColours.v;
+  g->setMarkerColorStatus(&colours);
+  SetValues(g, 1, xs, ys, VT_R8, status);
+  Grid(g, RGB(220, 220, 220), 0, 1, 3);
+}
+
+// Areas filled down to the X axis and between two curves.
+void AreaFills(IVX_Graph* g) {
+  AddAxis(g, false, 1, L"REAL");
+  AddAxis(g, true, 1, L"REAL");
+  SetRange(g, false, 1, 0, 100, L"Position");
+  SetRange(g, true, 1, 0, 50, L"Height");
+  AddCurve(g, 1, L"AREA", 1, 1, {L"Ground", RGB(120, 80, 0), L"NONE", RGB(200, 170, 120), L"X_AXES"});
+  AddCurve(g, 2, L"PLOT", 1, 1, {L"Surface", RGB(0, 90, 200)});
+  AddCurve(g, 3, L"AREA", 1, 1, {L"Water", RGB(0, 90, 200), L"NONE", RGB(150, 200, 255), L"CURVE", 1});
+  std::vector<double> xs, ground, surface;
+  for (int i = 0; i <= 50; ++i) {
+    xs.push_back(i * 2);
+    ground.push_back(15 + 8 * std::sin(i / 6.0));
+    surface.push_back(std::max(ground.back(), 24 + 3 * std::sin(i / 2.5)));
+  }
+  SetValues(g, 1, xs, ground);
+  SetValues(g, 2, xs, surface);
+  SetValues(g, 3, xs, surface);
+  g->put_LegendEnabled(1);
+  Bstr top(L"TOP");
+  g->put_LegendPosition(top);
+}
+
+// Bars and stacked bars over the categories of a DISCRETE axis.
 void Bars(IVX_Graph* g) {
-  Bstr discrete(L"DISCRETE"), integer(L"INTEGER"), bar(L"BAR"), stacked(L"STACKED BAR");
-  VARIANT none = Empty(), missing = Missing();
-  g->AddXAxis(1, discrete, none, 0, missing, missing);
-  g->AddYAxis(1, integer, none, 0, missing, missing);
+  AddAxis(g, false, 1, L"DISCRETE");
+  AddAxis(g, true, 1, L"INTEGER");
   SetRange(g, false, 1, 0, 4, L"Line", VT_I4);
-  SetRange(g, true, 1, 0, 10, L"Count", VT_I4);
-  g->AddDataset(1, bar, 1, 1, none);
-  g->AddDataset(2, stacked, 1, 1, none);
-  SetValues(g, 1, {1, 2, 3, 4}, {5, 8, 3, 6});
-  SetValues(g, 2, {1, 2, 3, 4}, {2, 3, 4, 1});
+  SetRange(g, true, 1, 0, 20, L"Count", VT_I4);
+  AddCurve(g, 1, L"BAR", 1, 1, {L"Good", RGB(0, 150, 0)});
+  AddCurve(g, 2, L"BAR", 1, 1, {L"Rejected", RGB(200, 0, 0)});
+  AddCurve(g, 3, L"STACKED BAR", 1, 1, {L"Planned", RGB(90, 90, 200)});
+  AddCurve(g, 4, L"STACKED BAR", 1, 1, {L"Extra", RGB(160, 160, 240)});
+  const std::vector<const wchar_t*> lines = {L"Press", L"Mill", L"Lathe", L"Paint"};
+  SetCategoryValues(g, 1, lines, {12, 15, 9, 14});
+  SetCategoryValues(g, 2, lines, {2, 1, 4, 3});
+  SetCategoryValues(g, 3, lines, {8, 10, 7, 9});
+  SetCategoryValues(g, 4, lines, {3, 4, 2, 6});
+  Grid(g, RGB(210, 210, 210), 0, 1, 1);
+  g->put_LegendEnabled(1);
 }
 
-// A pie of five slices.
+// A pie of six slices.
 void Pie(IVX_Graph* g) {
   Bstr pie(L"PIE");
   VARIANT none = Empty();
   g->AddDataset(1, pie, 0, 0, none);
-  SetValues(g, 1, {1, 2, 3, 4, 5}, {30, 20, 25, 15, 10});
+  SetValues(g, 1, {2021, 2022, 2023, 2024, 2025, 2026}, {30, 20, 25, 15, 10, 12});
+}
+
+// The same kind of trend, zoomed into its middle third.
+void Zoomed(IVX_Graph* g) {
+  AddAxis(g, false, 1, L"REAL");
+  AddAxis(g, true, 1, L"REAL");
+  SetRange(g, false, 1, 0, 1000, L"Sample");
+  SetRange(g, true, 1, -2, 2, L"Signal");
+  AddCurve(g, 1, L"PLOT", 1, 1, {L"Signal", RGB(0, 100, 0), L"DOT"});
+  std::vector<double> xs, ys;
+  for (int i = 0; i <= 1000; i += 5) {
+    xs.push_back(i);
+    ys.push_back(std::sin(i / 40.0) + 0.3 * std::sin(i / 7.0));
+  }
+  SetValues(g, 1, xs, ys);
+  Grid(g, RGB(220, 220, 220), 1, 1, 3);
+  Array zoom({0.33, 0.66, 0.2, 0.8}, VT_R4);
+  g->put_ZoomRect(zoom.v);
 }
 
 bool WritePng(HBITMAP bitmap, const std::wstring& path) {
@@ -263,13 +452,18 @@ int wmain(int argc, wchar_t** argv) {
     const wchar_t* name;
     void (*build)(IVX_Graph*);
   };
-  const Picture pictures[] = {{L"time_trend", TimeTrend}, {L"bars", Bars}, {L"pie", Pie}};
+  const Picture pictures[] = {{L"time_trend", TimeTrend}, {L"status_markers", StatusMarkers},
+                              {L"area_fills", AreaFills},  {L"bars", Bars},
+                              {L"pie", Pie},               {L"zoomed", Zoomed}};
   int failures = 0;
   for (const Picture& picture : pictures) {
     HostedGraph hosted;
     std::wstring path = folder + L"\\" + picture.name + L".png";
     bool ok = hosted.graph != nullptr;
     if (ok) {
+      // Split Y axes are a setting of the whole process: each picture starts without.
+      LONG off = 0;
+      hosted.graph->enableSplitYAxis(&off, &off, &off);
       picture.build(hosted.graph);
       ok = Render(hosted, path);
     }

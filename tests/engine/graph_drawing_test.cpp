@@ -1,0 +1,254 @@
+// What the drawing pass draws around the curves: grid and limit lines, axes
+// on other axes, minor ticks, unit names, printer scaling, hairlines with
+// their labels and the rubber band.
+#include <algorithm>
+#include <cmath>
+
+#include "engine/axis_painter.h"
+#include "engine/hairline_label.h"
+#include "engine/v_graph.h"
+#include "engine_test_support.h"
+
+namespace zel {
+namespace {
+
+class GraphDrawingTest : public EngineTest {
+ protected:
+  FakeWindow window;  // 400 by 300
+  VGraph graph{&window};
+  RecordingSurface s;
+
+  static AxisProps Range(double min, double max, const char16_t* gridMode = nullptr) {
+    AxisProps props;
+    props.min = min;
+    props.max = max;
+    props.axisColor = 0;
+    if (gridMode) props.gridMode = Text(gridMode);
+    return props;
+  }
+  void AddAxes(const char16_t* gridMode = u"ANNOTATION") {
+    AxisProps range = Range(0, 100, gridMode);
+    graph.AddXAxis(1, kAxisReal, &range);
+    graph.AddYAxis(1, kAxisReal, &range);
+  }
+  void Draw() {
+    graph.Recalculate(401, 301, &s);
+    s.calls.clear();
+    graph.Draw(s, {0, 0, 400, 300}, {0, 0, 400, 300});
+  }
+  // The lines drawn while `pen` was selected.
+  std::vector<std::string> DrawnWith(const std::string& pen) const {
+    std::vector<std::string> found;
+    bool in = false;
+    for (const std::string& call : s.calls) {
+      if (call.rfind("Pen(", 0) == 0) in = call == pen;
+      else if (in && (call.rfind("MoveTo", 0) == 0 || call.rfind("LineTo", 0) == 0)) found.push_back(call);
+    }
+    return found;
+  }
+  size_t Index(const std::string& call) const {
+    return size_t(std::find(s.calls.begin(), s.calls.end(), call) - s.calls.begin());
+  }
+};
+
+TEST_F(GraphDrawingTest, TheThirdGridWordChoosesWhichAxesDrawGrids) {
+  AddAxes();
+  struct Case {
+    int16_t word;
+    bool vertical, horizontal;
+  } cases[] = {{0, false, false}, {1, false, true}, {2, true, false}, {3, true, true}, {4, false, false}};
+  for (const Case& c : cases) {
+    graph.SetGridProps(0x00FF00, {0, 1, c.word});
+    Draw();
+    std::vector<std::string> grid = DrawnWith("Pen(0,1,00FF00,cosmetic)");
+    bool vertical = false, horizontal = false;
+    for (size_t i = 0; i + 1 < grid.size(); i += 2) {
+      int x0, y0, x1, y1;
+      ASSERT_EQ(std::sscanf(grid[i].c_str(), "MoveTo(%d,%d)", &x0, &y0), 2);
+      ASSERT_EQ(std::sscanf(grid[i + 1].c_str(), "LineTo(%d,%d)", &x1, &y1), 2);
+      (x0 == x1 ? vertical : horizontal) = true;
+    }
+    EXPECT_EQ(vertical, c.vertical) << "word " << c.word;
+    EXPECT_EQ(horizontal, c.horizontal) << "word " << c.word;
+  }
+}
+
+TEST_F(GraphDrawingTest, PatternedGridLinesStartOnWholePeriods) {
+  AddAxes();
+  graph.SetGridProps(0x00FF00, {1, 2, 2});  // dashed, width 2, X grid
+  Draw();
+  std::vector<std::string> grid = DrawnWith("Pen(1,2,00FF00,geometric)");
+  ASSERT_FALSE(grid.empty());
+  int x, top, bottom;
+  ASSERT_EQ(std::sscanf(grid[0].c_str(), "MoveTo(%d,%d)", &x, &top), 2);
+  ASSERT_EQ(std::sscanf(grid[1].c_str(), "LineTo(%d,%d)", &x, &bottom), 2);
+  EXPECT_EQ(top % 15, 0);
+  EXPECT_EQ(bottom % 15, 0);
+  EXPECT_LT(top, 0);  // one period before the plot's top
+
+  graph.SetGridProps(0x00FF00, {2, 5, 2});  // a dotted grid of width 5 is drawn 4 wide
+  Draw();
+  EXPECT_FALSE(DrawnWith("Pen(2,4,00FF00,geometric)").empty());
+}
+
+TEST_F(GraphDrawingTest, BarsMoveVerticalGridLinesHalfAStepLeft) {
+  AddAxes();
+  graph.SetGridProps(0, {0, 1, 2});
+  Draw();
+  std::vector<std::string> plain = DrawnWith("Pen(0,1,000000,cosmetic)");
+  graph.AddDataset(1, kBar, 1, 1, nullptr);
+  Draw();
+  std::vector<std::string> shifted = DrawnWith("Pen(0,1,000000,cosmetic)");
+  int x0, x1, y;
+  ASSERT_FALSE(plain.empty());
+  ASSERT_FALSE(shifted.empty());
+  std::sscanf(plain.front().c_str(), "MoveTo(%d,%d)", &x0, &y);
+  std::sscanf(shifted.front().c_str(), "MoveTo(%d,%d)", &x1, &y);
+  double step = graph.XAxis(1).annotationStep() * (graph.dataArea().right - graph.dataArea().left + 1) / 100.0;
+  // The first line at the plot's left edge moves out of it; the next comes half a step in.
+  EXPECT_NEAR(x1 - x0, step / 2, 1);
+}
+
+TEST_F(GraphDrawingTest, LimitLinesNeedTheGridPassButNotGridLines) {
+  AddAxes(nullptr);  // grid mode NONE
+  graph.AddLimitValue(1, Value(50.0), Color(0x0000FF), Text(u"DASHED"), 3);
+  Draw();
+  EXPECT_TRUE(DrawnWith("Pen(1,3,0000FF,cosmetic)").empty()) << "no Y grid chosen, no limit lines";
+  graph.SetGridProps(0, {0, 1, 1});
+  Draw();
+  std::vector<std::string> limit = DrawnWith("Pen(1,3,0000FF,cosmetic)");
+  ASSERT_EQ(limit.size(), 2u);
+  Box<int32_t> data = graph.dataArea();
+  int32_t height = data.top - data.bottom + 1;
+  int32_t y = height - 1 - int32_t(std::lround(height * 0.5));  // counted up from the plot's bottom row
+  Box<int32_t> plot = graph.plotFrame();
+  EXPECT_EQ(limit[0], "MoveTo(" + std::to_string(plot.left - data.left) + "," + std::to_string(y) + ")");
+  EXPECT_EQ(limit[1], "LineTo(" + std::to_string(plot.right - data.left) + "," + std::to_string(y) + ")");
+
+  graph.SetPrinting(true, 2.0);  // printed twice as wide
+  Draw();
+  EXPECT_EQ(DrawnWith("Pen(1,6,0000FF,cosmetic)").size(), 2u);
+}
+
+TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
+  AxisProps props = Range(0, 100);
+  props.annotationIncrement = 25.5f;  // kept as given: not whole, above 1
+  props.tickIncrement = 8.5f;
+  VAxis axis(false, kAxisReal, &props);
+  axis.UpdateSteps(1);
+  DrawAxis(s, axis, {50, 0, 200, 0, 200, 0, false}, 0);
+  // Annotations at 0, 51, 102, 153 pixels; ticks every 17: those at 0, 51,
+  // 102 and 153 coincide and get no second tick.
+  std::vector<int> minor;
+  for (size_t i = 0; i + 1 < s.calls.size(); ++i) {
+    int x, y0, y1, x1;
+    if (std::sscanf(s.calls[i].c_str(), "MoveTo(%d,%d)", &x, &y0) == 2 &&
+        std::sscanf(s.calls[i + 1].c_str(), "LineTo(%d,%d)", &x1, &y1) == 2 && y1 - y0 == 4)
+      minor.push_back(x);
+  }
+  EXPECT_EQ(minor, (std::vector<int>{17, 34, 68, 85, 119, 136, 170, 187}));
+}
+
+TEST_F(GraphDrawingTest, APrinterScalesTicksAndGaps) {
+  AxisProps props = Range(0, 100);
+  VAxis axis(false, kAxisReal, &props);
+  axis.UpdateSteps(1);
+  AxisPlacement screen{50, 0, 200, 0, 200, 0, false};
+  DrawAxis(s, axis, screen, 0);
+  EXPECT_EQ(s.Calls("LineTo(0,")[0], "LineTo(0,58)");
+  auto textTop = [](const RecordingSurface& surface) {
+    int x, y;
+    return surface.Calls("Text(").empty() || std::sscanf(surface.Calls("Text(")[0].c_str(), "Text(%d,%d", &x, &y) != 2
+               ? -1
+               : y;
+  };
+  EXPECT_EQ(textTop(s), 60);
+  RecordingSurface printer;
+  AxisPlacement printed = screen;
+  printed.scale = 2;
+  DrawAxis(printer, axis, printed, 0);
+  EXPECT_EQ(printer.Calls("LineTo(0,")[0], "LineTo(0,66)");
+  EXPECT_EQ(textTop(printer), 70);
+  EXPECT_EQ(printer.Calls("Pen(")[0], "Pen(0,4,000000,cosmetic)");
+}
+
+TEST_F(GraphDrawingTest, SplitYAxesShowTheirUnitNamesAboveTheirTops) {
+  AddAxes(nullptr);
+  AxisProps range = Range(0, 10);
+  graph.AddYAxis(2, kAxisReal, &range, VAxis::kHighSide);
+  graph.unitNames() = {Text(u"bar"), Text(u"degC"), Text(), Text()};
+  std::vector<std::string> texts;
+  auto count = [&](const std::string& ending) {
+    return std::count_if(texts.begin(), texts.end(),
+                         [&](const std::string& c) { return c.find(ending) != std::string::npos; });
+  };
+  Draw();
+  texts = s.Calls("Text(");
+  EXPECT_EQ(count(",bar)"), 0);
+  Process().splitYAxis = {1, 0, 0};
+  Draw();
+  texts = s.Calls("Text(");
+  EXPECT_EQ(count(",bar)"), 1);
+  EXPECT_EQ(count(",degC)"), 1);
+  // The plot reaches within 11 pixels of the top, so the top end moves to
+  // 15; the unit name's top is that less its height plus 3.
+  EXPECT_EQ(count("," + std::to_string(15 - 12 + 3) + ",bar)"), 1);
+}
+
+TEST_F(GraphDrawingTest, AnAxisOnAnotherStandsAtItsCrossingValue) {
+  AddAxes(nullptr);
+  AxisProps range = Range(-1, 1);
+  graph.AddXAxis(2, kAxisReal, &range, VAxis::kOnAxis, 1, 25.0f);
+  Draw();
+  Box<int32_t> data = graph.dataArea();
+  int32_t height = data.top - data.bottom + 1;
+  int32_t y = height - 1 - int32_t(std::lround(height * 0.25));
+  Box<int32_t> plot = graph.plotFrame();
+  std::string line = "MoveTo(" + std::to_string(plot.left - data.left) + "," + std::to_string(y) + ")";
+  EXPECT_LT(Index("Pen(0,2,000000,cosmetic)"), Index(line));
+  EXPECT_LT(Index(line), s.calls.size());
+}
+
+TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
+  AxisProps range = Range(0, 100);
+  VAxis axis(false, kAxisReal, &range);
+  axis.UpdateSteps(1);
+  EXPECT_EQ(HairlineLabel(axis, 59.95, 0), u"60.0");  // "%.1f" rounds on its own
+  EXPECT_EQ(HairlineLabel(axis, 59.95, 1), u"60.0");
+  EXPECT_EQ(HairlineLabel(axis, 59.89, 1), u"59.9");
+  EXPECT_EQ(HairlineLabel(axis, 59.91, 1), u"60.0");
+  EXPECT_EQ(HairlineLabel(axis, 59.95, 3), u"60");
+  EXPECT_EQ(HairlineLabel(axis, 59.5, 3), u"59");
+
+  AddAxes(nullptr);
+  graph.xAxisHairline() = 1;  // the X axis whose values label the lines
+  graph.AddHairline(0, Color(0xFF0000), 1);
+  graph.AddHairline(50, Color(0x00FF00), 1);
+  graph.AddHairline(100, Color(0x0000FF), 1);
+  Draw();
+  EXPECT_LT(Index("Align(0)"), Index("TextColor(FF0000)") + 2);
+  std::vector<std::string> aligns = s.Calls("Align(");
+  // Left edge: left-aligned; middle: centred; right edge: right-aligned; all hang below.
+  ASSERT_GE(aligns.size(), 3u);
+  EXPECT_EQ(std::vector<std::string>(aligns.end() - 3, aligns.end()),
+            (std::vector<std::string>{"Align(0)", "Align(6)", "Align(2)"}));
+
+  s.technology = kRasterPrinter;
+  Draw();
+  EXPECT_EQ(Index("TextColor(FF0000)"), s.calls.size()) << "no hairlines on a printer";
+}
+
+TEST_F(GraphDrawingTest, TheBandIsADottedXorFrame) {
+  AddAxes(nullptr);
+  graph.band() = {0.25f, 0.75f, 0.75f, 0.25f};
+  Draw();
+  size_t xor_ = Index("Xor");
+  ASSERT_LT(xor_, s.calls.size());
+  EXPECT_EQ(s.calls[xor_ - 2], "Pen(2,1,FFFFFF,cosmetic)");
+  EXPECT_EQ(s.calls[xor_ - 1], "BkColor(000000)");
+  EXPECT_EQ(s.calls[xor_ + 1].rfind("Polyline(", 0), 0u);
+  EXPECT_EQ(s.calls[xor_ + 2], "Copy");
+}
+
+}  // namespace
+}  // namespace zel
