@@ -1,0 +1,217 @@
+// The BAR and STACKED BAR routines: widths, slots, groups, sampling, bases
+// and stacks, asserted on the rectangles they fill.
+#include <string>
+#include <vector>
+
+#include "engine/bar_painter.h"
+#include "engine/curve_look.h"
+#include "engine/stacked_bar_painter.h"
+#include "engine/v_axis.h"
+#include "engine/v_dataset.h"
+#include "engine_test_support.h"
+
+namespace zel {
+namespace {
+
+AxisProps Range(Value min, Value max) {
+  AxisProps props;
+  props.min = min;
+  props.max = max;
+  props.axisColor = 0;
+  return props;
+}
+
+void Load(VDataset& dataset, std::vector<double> xs, std::vector<double> ys) {
+  std::vector<int32_t> status(xs.size(), 0);
+  dataset.SetValues(xs.size(), Column(xs), Column(ys), status, false);
+}
+
+DatasetProps Colored(Color color, int16_t realXbarMode = 0) {
+  DatasetProps props;
+  props.lineColor = color;
+  props.realXbarMode = realXbarMode;
+  return props;
+}
+
+using Calls = std::vector<std::string>;
+
+class BarTest : public EngineTest {
+ protected:
+  AxisProps percent_ = Range(0.0, 100.0);
+  VAxis x_{false, kAxisReal, &percent_};
+  VAxis y_{true, kAxisReal, &percent_};
+};
+
+TEST_F(BarTest, WidthsFollowTheValueModeAndThePercentage) {
+  // Auto Width keeps the base between 1 and 10 pixels.
+  EXPECT_EQ(BarWidth(32, 1, 0, -1), 10);   // (16 - 6) / 1
+  EXPECT_EQ(BarWidth(20, 1, 0, -1), 4);    // (10 - 6) / 1
+  EXPECT_EQ(BarWidth(10, 1, 0, -1), 1);    // -1 kept at 1
+  EXPECT_EQ(BarWidth(100, 2, 0, -1), 10);  // 22 kept at 10
+  EXPECT_EQ(BarWidth(24, 2, 1, -1), 7);    // (24 - 10) / 2 in modes 1 and 3
+  EXPECT_EQ(BarWidth(24, 2, 3, -1), 7);
+  EXPECT_EQ(BarWidth(24, 2, 2, -1), 3);    // (12 - 6) / 2 in mode 2, as in 0
+  // A percentage of the base, and 1 pixel when percentage times base is below 100.
+  EXPECT_EQ(BarWidth(100, 1, 0, 50), 22);
+  EXPECT_EQ(BarWidth(100, 1, 1, 200), 180);
+  EXPECT_EQ(BarWidth(100, 1, 1, 3), 2);
+  EXPECT_EQ(BarWidth(100, 1, 1, 1), 1);
+  EXPECT_EQ(BarWidth(100, 1, 1, 0), 1);
+  EXPECT_EQ(BarWidth(100, 1, 1, -5), 1);
+  EXPECT_EQ(BarWidth(10, 1, 0, 100000), 1);  // a negative base
+  EXPECT_GT(BarWidth(100, 1, 1, 2000000000), 0);
+  // The sample pitch shares the width among the points, never below 32.
+  EXPECT_EQ(SamplePitch(400, 4), 100);
+  EXPECT_EQ(SamplePitch(400, 1000), 32);
+  EXPECT_EQ(SamplePitch(400, 0), 400);
+  EXPECT_EQ(SamplePitch(0, 5), 32);
+}
+
+TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
+  AxisProps categories = Range(int32_t(0), int32_t(4));
+  VAxis x(false, kAxisDiscrete, &categories);
+  DatasetProps red = Colored(0x0000FF), blue = Colored(0xFF0000), green = Colored(0x00FF00);
+  VDataset first(kBar, &x, &y_, &red), second(kBar, &x, &y_, &blue), late(kPlot, &x, &y_, &green);
+  DatasetProps toBar;
+  toBar.type = u"BAR";
+  toBar.lineColor = 0x00FF00;
+  late.SetProps(toBar);  // a BAR now, but in no bar list
+  for (VDataset* d : {&first, &second, &late}) Load(*d, {0, 0}, {50, 100});
+  BarFrame frame{{400, 100}, 3, -1, {&y_}};
+  RecordingSurface s;
+  for (VDataset* d : {&first, &second, &late}) DrawBars(s, *d, frame, false);
+  // Categories are 100 pixels apart, bars 100 / 3 = 33 wide, at round((slot + 0.5) * 33).
+  EXPECT_EQ(s.calls, (Calls{"FillRect(17,50,50,100,0000FF)", "FillRect(117,0,150,100,0000FF)",
+                            "FillRect(50,50,83,100,FF0000)", "FillRect(150,0,183,100,FF0000)",
+                            "FillRect(83,50,116,100,00FF00)", "FillRect(183,0,216,100,00FF00)"}));
+  EXPECT_TRUE(first.drawnAsBars());
+}
+
+TEST_F(BarTest, TheRunningIndexPlacesEachBarDatasetInItsGroup) {
+  Process().valueMode = 1;
+  DatasetProps props = Colored(0);
+  VDataset a(kBar, &x_, &y_, &props), b(kBar, &x_, &y_, &props), c(kBar, &x_, &y_, &props);
+  for (VDataset* d : {&a, &b, &c}) Load(*d, {50, 75}, {50, 50});
+  BarFrame frame{{400, 100}, 3, -1, {&y_}};
+  auto lefts = [&](bool highlightB) {
+    std::vector<int32_t> found;
+    for (VDataset* d : {&a, &b, &c}) {
+      RecordingSurface s;
+      DrawBars(s, *d, frame, highlightB && d == &b);
+      int32_t left = 0;
+      std::sscanf(s.calls.front().c_str(), "FillRect(%d", &left);
+      found.push_back(left);
+    }
+    return found;
+  };
+  // Pitch 400 / 2 = 200, width (200 - 10) / 3 kept at 10; the group of
+  // three starts 15 pixels left of x = 200.
+  EXPECT_EQ(lefts(false), (std::vector<int32_t>{185, 195, 205}));
+  EXPECT_EQ(Process().runningBarIndex, 0);
+  // A highlighted draw puts the index back to 0: the next dataset takes slot 0 again.
+  EXPECT_EQ(lefts(true), (std::vector<int32_t>{185, 195, 185}));
+  EXPECT_EQ(Process().runningBarIndex, 1);
+  // An index left over from a larger group starts again at 0.
+  Process().runningBarIndex = 7;
+  EXPECT_EQ(lefts(false), (std::vector<int32_t>{185, 195, 205}));
+}
+
+TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
+  DatasetProps props = Colored(0);
+  VDataset sparse(kBar, &x_, &y_, &props), dense(kBar, &x_, &y_, &props);
+  Load(sparse, {12.5, 37.5, 62.5, 87.5}, {50, 50, 50, 50});
+  BarFrame frame{{400, 100}, 1, -1, {&y_}};
+  RecordingSurface s;
+  DrawBars(s, sparse, frame, false);
+  // Pitch 100, width 10: each bar centred on its point.
+  EXPECT_EQ(s.calls, (Calls{"FillRect(45,50,55,100,000000)", "FillRect(145,50,155,100,000000)",
+                            "FillRect(245,50,255,100,000000)", "FillRect(345,50,355,100,000000)"}));
+
+  std::vector<double> xs, ys(1000, 50);
+  for (int i = 0; i < 1000; ++i) xs.push_back(i * 0.1);
+  Load(dense, xs, ys);
+  RecordingSurface d;
+  DrawBars(d, dense, frame, false);
+  // One bar per 32-pixel sample: the first point at or after 0, 32, ... 384.
+  ASSERT_EQ(d.calls.size(), 13u);
+  for (size_t k = 0; k < d.calls.size(); ++k) {
+    int32_t left = 0;
+    std::sscanf(d.calls[k].c_str(), "FillRect(%d", &left);
+    EXPECT_NEAR(left, std::max(int32_t(32 * k) - 5, -1), 1) << k;
+  }
+  // In the other modes every point is a bar.
+  Process().valueMode = 2;
+  RecordingSurface every;
+  DrawBars(every, dense, frame, false);
+  EXPECT_EQ(every.calls.size(), 1000u);
+}
+
+TEST_F(BarTest, BarsStandOnTheMinimumOfTheYAxisTheirPositionNames) {
+  // Every axis maps its own minimum to its first pixel, so bars stand on the
+  // bottom of the data area, whichever position YaxisID names, and also when
+  // the graph has no axis there.
+  BarFrame frame{{100, 100}, 1, -1, {&y_}};
+  for (int16_t position : {0, 1, 2, 4, 5, -3}) {
+    DatasetProps props;
+    props.YaxisID = position;
+    VDataset bar(kBar, &x_, &y_, &props);
+    EXPECT_EQ(BarBase(bar, frame), 100) << position;
+  }
+}
+
+TEST_F(BarTest, RectanglesAreNormalisedAndHeldNearTheDataArea) {
+  RecordingSurface s;
+  FillBar(s, {100, 100}, 30, 10, 50, 20, 0xABCDEF);
+  FillBar(s, {100, 100}, -500, 2000, 5000, -7000, 0);
+  FillBar(s, {0, 0}, 5, 6, 7, 8, 0);
+  EXPECT_EQ(s.calls, (Calls{"FillRect(10,20,30,50,ABCDEF)", "FillRect(-1,-1,101,101,000000)",
+                            "FillRect(1,1,1,1,000000)"}));
+}
+
+TEST_F(BarTest, HighlightedBarsBlinkOnTheirOwnToggle) {
+  DatasetProps props = Colored(0x123456);
+  VDataset bar(kBar, &x_, &y_, &props);
+  EXPECT_EQ(BarColor(bar, true), 0x123456u);
+  EXPECT_EQ(BarColor(bar, true), 0x123456u ^ 0xFFFFFF);
+  EXPECT_EQ(BarColor(bar, false), 0x123456u);
+  EXPECT_EQ(BarColor(bar, true), 0x123456u);
+  EXPECT_FALSE(Process().curveBlink);
+}
+
+TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
+  DatasetProps midpoints = Colored(0x0000FF, 1), steps = Colored(0xFF0000, 0);
+  VDataset lower(kStackedBar, &x_, &y_, &midpoints), upper(kStackedBar, &x_, &y_, &steps);
+  Load(lower, {20, 50, 80}, {10, 20, 30});
+  Load(upper, {20, 50, 80}, {5, 5, -5});
+  BarFrame frame{{100, 100}, 0, -1, {&y_}};
+  BarStacks stacks;
+  RecordingSurface s;
+  DrawStackedBars(s, lower, stacks, frame, false);
+  DrawStackedBars(s, upper, stacks, frame, false);
+  EXPECT_EQ(s.calls, (Calls{// from midpoint to midpoint, the last to the X axis maximum
+                            "FillRect(0,90,35,100,0000FF)", "FillRect(35,80,65,100,0000FF)",
+                            "FillRect(65,70,100,100,0000FF)",
+                            // from the previous x to its own, on the tops below
+                            "FillRect(0,85,20,90,FF0000)", "FillRect(20,75,50,80,FF0000)",
+                            "FillRect(50,70,80,75,FF0000)"}));
+  EXPECT_TRUE(upper.drawnAsBars());
+}
+
+TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
+  AxisProps categories = Range(int32_t(0), int32_t(4));
+  VAxis x(false, kAxisDiscrete, &categories);
+  DatasetProps props = Colored(0);
+  VDataset a(kStackedBar, &x, &y_, &props), b(kStackedBar, &x, &y_, &props);
+  Load(a, {0, 0}, {10, 20});
+  Load(b, {0, 0}, {30, 30});
+  BarFrame frame{{400, 100}, 0, -1, {&y_}};
+  BarStacks stacks;
+  RecordingSurface s;
+  DrawStackedBars(s, a, stacks, frame, false);
+  DrawStackedBars(s, b, stacks, frame, false);
+  EXPECT_EQ(s.calls, (Calls{"FillRect(25,90,75,100,000000)", "FillRect(125,80,175,100,000000)",
+                            "FillRect(25,60,75,90,000000)", "FillRect(125,50,175,80,000000)"}));
+}
+
+}  // namespace
+}  // namespace zel
