@@ -2,6 +2,8 @@
 // say the pictures come out where the rules put them.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "memory_canvas.h"
 #include "engine/value_column.h"
 #include "util/process_state.h"
@@ -38,6 +40,31 @@ TEST(DrawingPixels, ACurveCrossesThePlotInItsColour) {
   int red = 0;
   for (int y = 0; y < canvas.height(); ++y) red += canvas.Pixel(x, y) == RGB(255, 0, 0);
   EXPECT_EQ(red, 1);
+}
+
+TEST(DrawingPixels, AHairlineColoursItsColumnAndLabelsItBelowThePlot) {
+  ResetProcessState();
+  MemoryCanvas canvas(300, 200);
+  CanvasWindow window(canvas);
+  VGraph graph(&window);
+  AxisProps range = Range(0, 100);
+  graph.AddXAxis(1, kAxisReal, &range);
+  graph.AddYAxis(1, kAxisReal, &range);
+  graph.AddHairline(50, Color(RGB(0, 0, 255)), 1);
+  graph.xAxisHairline() = 1;
+  Render(graph, canvas);
+  const Box<int32_t>& plot = graph.plotFrame();
+  int fullWidth = graph.dataArea().right - graph.dataArea().left + 1;
+  int x = int(std::lround(0.5 * fullWidth)) + 10 + plot.left;
+  int top = 10 + (200 - 20 - plot.top), bottom = 190 - plot.bottom;  // device rows of the plot
+  int blue = 0;
+  for (int y = top + 1; y < bottom; ++y) blue += canvas.Pixel(x, y) == RGB(0, 0, 255);
+  EXPECT_EQ(blue, bottom - top - 1) << "the whole column inside the plot's inner edge";
+  EXPECT_NE(canvas.Pixel(x - 1, (top + bottom) / 2), RGB(0, 0, 255));
+  int label = 0;
+  for (int y = bottom + 1; y < 200; ++y)
+    for (int dx = -30; dx <= 30; ++dx) label += canvas.Pixel(x + dx, y) == RGB(0, 0, 255);
+  EXPECT_GT(label, 10) << "the value label is written in the hairline's colour";
 }
 
 }  // namespace
