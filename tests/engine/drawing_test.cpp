@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <random>
+#include <set>
 
 #include "engine/axis_painter.h"
 #include "engine/axis_scale.h"
 #include "engine/curve_painter.h"
+#include "engine/curve_reduction.h"
 #include "engine/v_axis.h"
 #include "engine/v_dataset.h"
 #include "engine/v_graph.h"
@@ -74,6 +77,160 @@ TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {}, 1, false));
   EXPECT_EQ(s.Calls("MoveTo"), (std::vector<std::string>{"MoveTo(50,50)"}));
   EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(100,50)"}));
+}
+
+TEST_F(DrawingTest, HighlightWidensThePenAndInvertsColoursEverySecondTime) {
+  DatasetProps props;
+  props.lineWidth = 2;
+  props.lineColor = 0x0000FF;
+  props.fillColor = 0x00FF00;
+  props.markerColor = 0x123456;
+  VDataset curve(kPlot, nullptr, nullptr, &props);
+  std::array<int32_t, 4> status = {1, 2, 3, 4};
+  CurveLook first = LookOf(curve, kPlot, status, 1, true), second = LookOf(curve, kArea, status, 1, true);
+  EXPECT_EQ(first.penWidth, 3);
+  EXPECT_EQ((std::array<Color, 3>{first.line, first.fill, first.marker}),
+            (std::array<Color, 3>{0x0000FF, 0x00FF00, 0x123456}));
+  EXPECT_EQ((std::array<Color, 3>{second.line, second.fill, second.marker}),
+            (std::array<Color, 3>{0xFFFF00, 0xFF00FF, 0xEDCBA9}));
+  EXPECT_EQ(second.status, (std::array<Color, 3>{1, 2, 3}));  // status colours stay
+  EXPECT_EQ(LookOf(curve, kPlot, status, 1, true).line, 0x0000FFu);
+  // Bars are not highlighted here and leave the curve toggle alone.
+  bool toggle = Process().curveBlink;
+  EXPECT_EQ(LookOf(curve, kBar, status, 1, true).penWidth, 2);
+  EXPECT_EQ(Process().curveBlink, toggle);
+}
+
+TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
+  DatasetProps props;
+  props.lineWidth = 3;
+  VDataset curve(kPlot, nullptr, nullptr, &props);
+  EXPECT_EQ(LookOf(curve, kPlot, {}, 1.5, false).penWidth, 4);
+  EXPECT_EQ(LookOf(curve, kPlot, {}, 2.0, false).penWidth, 6);
+  EXPECT_EQ(LookOf(curve, kPlot, {}, 2.0, true).penWidth, 4);  // highlighted: width + 1
+  EXPECT_EQ(LookOf(curve, kPlot, {}, std::nan(""), false).penWidth, 3);
+
+  FakeWindow window;
+  VGraph graph(&window);
+  AxisProps range = Range(0.0, 100.0);
+  graph.AddXAxis(1, kAxisReal, &range);
+  graph.AddYAxis(1, kAxisReal, &range);
+  props.lineColor = 0x0000FF;
+  props.markerShape = u"BOX";
+  graph.AddDataset(1, kPlot, 1, 1, &props);
+  std::vector<double> xs = {50};
+  std::vector<int32_t> status = {0};
+  graph.SetDatasetValues(1, 1, Column(xs), Column(xs), status, false);
+  graph.SetPrinting(true, 2.5);
+  RecordingSurface screen, printer;
+  printer.technology = kRasterPrinter;
+  graph.Draw(screen, {0, 0, 401, 301}, {0, 0, 401, 301});
+  graph.Draw(printer, {0, 0, 401, 301}, {0, 0, 401, 301});
+  EXPECT_EQ(screen.Calls("Pen(0,3,0000FF").size(), 1u);
+  ASSERT_EQ(printer.Calls("Pen(0,7,0000FF").size(), 1u);
+  // Markers grow with the printed width: half-size (7 * 5) / 2 = 17.
+  std::vector<std::string> box = printer.Calls("FillBox");
+  ASSERT_EQ(box.size(), 1u);
+  int left, top, right;
+  std::sscanf(box[0].c_str(), "FillBox(%d,%d,%d", &left, &top, &right);
+  EXPECT_EQ(right - left, 34);
+}
+
+// Colours the pixels of lines as GDI does for a one-pixel pen: from the
+// start, not including the end, nothing for a line that does not move.
+class PixelModel : public RecordingSurface {
+ public:
+  std::set<std::pair<int32_t, int32_t>> pixels;
+  int lines = 0;
+  void MoveTo(Point p) override { at_ = p; }
+  void LineTo(Point p) override {
+    ++lines;
+    int32_t dx = std::abs(p.x - at_.x), dy = std::abs(p.y - at_.y), sx = p.x > at_.x ? 1 : -1,
+            sy = p.y > at_.y ? 1 : -1, steps = std::max(dx, dy), err = 0;
+    Point q = at_;
+    for (int32_t k = 0; k < steps; ++k) {
+      pixels.insert({q.x, q.y});
+      if (dx >= dy) {
+        q.x += sx;
+        if (2 * (err += dy) >= dx) q.y += sy, err -= dx;
+      } else {
+        q.y += sy;
+        if (2 * (err += dx) >= dy) q.x += sx, err -= dy;
+      }
+    }
+    at_ = p;
+  }
+
+ private:
+  Point at_;
+};
+
+TEST_F(DrawingTest, AColumnRunKeepsFirstLowestHighestAndLast) {
+  RecordingSurface s;
+  ColumnRun run;
+  run.Start({5, 10});
+  for (int32_t y : {12, 3, 8, 20, 15, 7}) run.Add(y);
+  run.Draw(s);
+  EXPECT_EQ(s.calls, (std::vector<std::string>{"MoveTo(5,10)", "LineTo(5,3)", "LineTo(5,20)", "LineTo(5,7)"}));
+  std::vector<Point> outline;
+  run.AppendTo(outline);
+  EXPECT_EQ(outline, (std::vector<Point>{{5, 10}, {5, 3}, {5, 20}, {5, 7}}));
+
+  // Back at the top after leaving it: the whole run colours the top pixel,
+  // which ending top, top would not; one step inward and back does.
+  RecordingSurface back;
+  run.Start({0, 0});
+  for (int32_t y : {5, 3, 5}) run.Add(y);
+  run.Draw(back);
+  EXPECT_EQ(back.calls, (std::vector<std::string>{"MoveTo(0,0)", "LineTo(0,5)", "LineTo(0,4)", "LineTo(0,5)"}));
+}
+
+TEST_F(DrawingTest, ReducedColumnsColourTheSamePixelsAsEverySegment) {
+  std::mt19937 random(7);
+  for (int trial = 0; trial < 2000; ++trial) {
+    int n = 2 + int(random() % 12);
+    std::vector<int32_t> ys;
+    for (int k = 0; k < n; ++k) ys.push_back(int32_t(random() % 6));
+    PixelModel whole, reduced;
+    whole.MoveTo({0, ys[0]});
+    for (int k = 1; k < n; ++k) whole.LineTo({0, ys[size_t(k)]}), whole.MoveTo({0, ys[size_t(k)]});
+    ColumnRun run;
+    run.Start({0, ys[0]});
+    for (int k = 1; k < n; ++k) run.Add(ys[size_t(k)]);
+    run.Draw(reduced);
+    ASSERT_EQ(whole.pixels, reduced.pixels) << ::testing::PrintToString(ys);
+  }
+}
+
+TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
+  AxisProps range = Range(0.0, 100.0);
+  VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
+  DatasetProps props;
+  props.markerShape = u"DOT";
+  VDataset curve(kPlot, &x, &y, &props);
+  std::mt19937 random(11);
+  std::vector<double> xs, ys;
+  std::vector<int32_t> status;
+  double level = 50;
+  for (int i = 0; i < 5000; ++i) {
+    xs.push_back(-10 + i * 0.024);  // from left of the plot to right of it
+    level += std::uniform_real_distribution<double>(-3, 3)(random);
+    ys.push_back(level);
+    status.push_back(i % 97 == 0 ? 11 : i % 89 == 0 ? 10 : 0);
+  }
+  curve.SetValues(xs.size(), Column(xs), Column(ys), status, false);
+  CurveLook look = LookOf(curve, kPlot, {}, 1, false);
+  PixelModel every, reduced, automatic;
+  DrawPlot(every, curve, {100, 100}, look, Reduction::kNever);
+  DrawPlot(reduced, curve, {100, 100}, look, Reduction::kAlways);
+  DrawPlot(automatic, curve, {100, 100}, look);
+  EXPECT_EQ(every.pixels, reduced.pixels);
+  EXPECT_LT(reduced.lines * 3, every.lines);
+  EXPECT_EQ(automatic.lines, reduced.lines);
+  // Markers stay one per drawn, marked point inside the plot.
+  EXPECT_EQ(reduced.Calls("FillEllipse").size(), every.Calls("FillEllipse").size());
+  EXPECT_EQ(automatic.Calls("FillEllipse").size(), every.Calls("FillEllipse").size());
+  EXPECT_GT(every.Calls("FillEllipse").size(), 1000u);
 }
 
 TEST_F(DrawingTest, FirstMarksAlignOnWholeStepsEvenFarFromZero) {
