@@ -59,9 +59,10 @@ LogFont ScaledFont(LogFont font, double f) {
   return font;
 }
 
-// The label of the annotation at pixel `position` of the axis.
-Text LabelAt(const VAxis& axis, const AxisScale& scale, double position) {
-  return FormatAxisValue(axis.LabelFormat(), scale.ToValue(position));
+// The label of the `index`th annotation, from its value counted in whole
+// steps (not from its pixel, which would lose the exact multiple).
+Text LabelAt(const VAxis& axis, const AxisScale& scale, size_t index) {
+  return FormatAxisValue(axis.LabelFormat(), MarkValue(scale, scale.annotationStep, index));
 }
 
 class AxisDrawing {
@@ -90,12 +91,12 @@ class AxisDrawing {
     Text previous = u"test";
     int32_t previousRight = 0;
     bool first = true;
-    for (double position : annotations_) {
-      int32_t x = at_.start + int32_t(std::lround(position));
+    for (size_t index = 0; index < annotations_.size(); ++index) {
+      int32_t x = at_.start + int32_t(std::lround(annotations_[index]));
       if (x < at_.roomFirst || x > at_.roomLast) continue;
       surface_.MoveTo({x, at_.line});
       surface_.LineTo({x, at_.line + outward * tick});
-      Text text = LabelAt(axis_, scale_, position);
+      Text text = LabelAt(axis_, scale_, index);
       std::vector<Text> lines = Lines(text);
       Size size = Measure(surface_, lines);
       int32_t labelX = x + int32_t(halfCategory);
@@ -121,12 +122,12 @@ class AxisDrawing {
     int32_t tick = Scaled(kYMajorTick, f);
     double halfCategory = axis_.type() == kAxisDiscrete ? scale_.pixelsPerUnit / 2 : 0;
     int32_t labelX = at_.line + outward * Scaled(kYMajorTick * kLabelGapInTicks, f);
-    for (double position : annotations_) {
-      int32_t y = at_.start - int32_t(std::lround(position));
+    for (size_t index = 0; index < annotations_.size(); ++index) {
+      int32_t y = at_.start - int32_t(std::lround(annotations_[index]));
       if (y < at_.roomFirst || y > at_.roomLast) continue;
       surface_.MoveTo({at_.line, y});
       surface_.LineTo({at_.line + outward * tick, y});
-      std::vector<Text> lines = Lines(LabelAt(axis_, scale_, position));
+      std::vector<Text> lines = Lines(LabelAt(axis_, scale_, index));
       Size size = Measure(surface_, lines);
       int32_t centre = y - int32_t(halfCategory);
       int32_t top = centre - size.cy / 2;

@@ -51,4 +51,8 @@ std::vector<double> MarkPositions(const AxisScale& scale, double step, double li
   return positions;
 }
 
+double MarkValue(const AxisScale& scale, double step, size_t index) {
+  return scale.base + FirstMarkOffset(scale.alignmentBase, step) + double(index) * step;
+}
+
 }  // namespace zel

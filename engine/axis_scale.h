@@ -1,6 +1,7 @@
 #pragma once
 // Where an axis's values fall along its pixels, and where its annotations
 // and ticks go: the value-to-pixel map and the alignment of the first mark.
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -30,5 +31,9 @@ double FirstMarkOffset(double base, double step);
 // Pixel positions of the marks of `step` from the start of the axis up to
 // (not including) `limit`; none for a step that is not positive and finite.
 std::vector<double> MarkPositions(const AxisScale& scale, double step, double limit);
+
+// The value of the `index`th mark of `step` (what MarkPositions gives the
+// pixel of).
+double MarkValue(const AxisScale& scale, double step, size_t index);
 
 }  // namespace zel

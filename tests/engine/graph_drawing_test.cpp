@@ -149,6 +149,23 @@ TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
   EXPECT_EQ(minor, (std::vector<int>{17, 34, 68, 85, 119, 136, 170, 187}));
 }
 
+TEST_F(GraphDrawingTest, LabelsShowWholeStepsWhateverThePixelRounding) {
+  AxisProps props;
+  props.min = int32_t(0);
+  props.max = int32_t(20);
+  props.axisColor = 0;
+  VAxis axis(true, kAxisInteger, &props);
+  axis.UpdateSteps(1);
+  DrawAxis(s, axis, {50, 340, 337, 0, 340, 0, false}, 0);
+  std::vector<std::string> texts = s.Calls("Text(");
+  ASSERT_GE(texts.size(), 5u);
+  for (const std::string& text : texts) {
+    int x, y, value;
+    ASSERT_EQ(std::sscanf(text.c_str(), "Text(%d,%d,%d)", &x, &y, &value), 3);
+    EXPECT_EQ(value % int(axis.annotationStep()), 0) << text;
+  }
+}
+
 TEST_F(GraphDrawingTest, APrinterScalesTicksAndGaps) {
   AxisProps props = Range(0, 100);
   VAxis axis(false, kAxisReal, &props);
