@@ -51,6 +51,23 @@ struct Array {
   ~Array() { VariantClear(&v); }
 };
 
+// A VARIANT holding a typed array of 32-bit integers: status values and
+// colours are read from the array's memory as such.
+struct Int32Array {
+  VARIANT v;
+  explicit Int32Array(const std::vector<LONG>& values) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, ULONG(values.size()));
+    LONG* elements = nullptr;
+    SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
+    std::copy(values.begin(), values.end(), elements);
+    SafeArrayUnaccessData(array);
+    VariantInit(&v);
+    V_VT(&v) = VT_ARRAY | VT_I4;
+    V_ARRAY(&v) = array;
+  }
+  ~Int32Array() { VariantClear(&v); }
+};
+
 VARIANT Missing() {
   VARIANT v;
   VariantInit(&v);
@@ -111,9 +128,10 @@ struct HostedGraph {
 };
 
 void SetValues(IVX_Graph* graph, LONG id, const std::vector<double>& xs, const std::vector<double>& ys,
-               VARTYPE xType = VT_R8, std::vector<double> status = {}) {
+               VARTYPE xType = VT_R8, std::vector<LONG> status = {}) {
   if (status.empty()) status.assign(xs.size(), 0);
-  Array x(xs, xType), y(ys), s(status, VT_I4);
+  Array x(xs, xType), y(ys);
+  Int32Array s(status);
   VARIANT append = Missing();
   graph->SetDatasetValues(id, x.v, y.v, s.v, append);
 }
@@ -153,7 +171,8 @@ void SetCategoryValues(IVX_Graph* graph, LONG id, const std::vector<const wchar_
   VariantInit(&x);
   V_VT(&x) = VT_ARRAY | VT_VARIANT;
   V_ARRAY(&x) = array;
-  Array y(ys), status(std::vector<double>(ys.size(), 0), VT_I4);
+  Array y(ys);
+  Int32Array status(std::vector<LONG>(ys.size(), 0));
   VARIANT append = Missing();
   graph->SetDatasetValues(id, x, y.v, status.v, append);
   VariantClear(&x);
@@ -305,17 +324,16 @@ void StatusMarkers(IVX_Graph* g) {
   SetRange(g, false, 1, 0, 20, L"Sample");
   SetRange(g, true, 1, 0, 10, L"Reading");
   AddCurve(g, 1, L"PLOT", 1, 1, {L"Readings", RGB(0, 0, 160), L"BOX", 0, L"X_AXES", 0, 2});
-  std::vector<double> xs, ys, status;
+  std::vector<double> xs, ys;
+  std::vector<LONG> status;
   const int states[] = {0, 0, 1, 0, 2, 0, 9, 0, 10, 0, 11, 0, 1, 1, 0, 2, 9, 0, 0, 0};
   for (int i = 0; i < 20; ++i) {
     xs.push_back(i + 0.5);
     ys.push_back(5 + 3 * std::sin(i / 3.0));
     status.push_back(states[i]);
   }
-  VARIANT colours;
-  Array statusColours({double(RGB(255, 0, 0)), double(RGB(255, 160, 0)), double(RGB(0, 170, 0)), 0}, VT_I4);
-  colours = statusColours.v;
-  g->setMarkerColorStatus(&colours);
+  Int32Array colours({LONG(RGB(255, 0, 0)), LONG(RGB(255, 160, 0)), LONG(RGB(0, 170, 0)), 0});
+  g->setMarkerColorStatus(&colours.v);
   SetValues(g, 1, xs, ys, VT_R8, status);
   Grid(g, RGB(220, 220, 220), 0, 1, 3);
 }
