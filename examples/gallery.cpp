@@ -380,12 +380,10 @@ void Bars(IVX_Graph* g) {
   g->put_LegendEnabled(1);
 }
 
-// A pie of six slices.
+// A pie of six slices, labelled with texts.
 void Pie(IVX_Graph* g) {
-  Bstr pie(L"PIE");
-  VARIANT none = Empty();
-  g->AddDataset(1, pie, 0, 0, none);
-  SetValues(g, 1, {2021, 2022, 2023, 2024, 2025, 2026}, {30, 20, 25, 15, 10, 12});
+  AddCurve(g, 1, L"PIE", 0, 0, {L"Energy by source", 0});
+  SetCategoryValues(g, 1, {L"Gas", L"Coal", L"Wind", L"Solar", L"Hydro", L"Nuclear"}, {30, 20, 25, 15, 10, 12});
 }
 
 // The same kind of trend, zoomed into its middle third.
