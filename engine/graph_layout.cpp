@@ -54,7 +54,7 @@ void VGraph::PlaceLegend(Surface* measuring, Box<int32_t>& plot, int32_t w, int3
     position = VLegend::kBottom;
   legend_->position = position;
   bool side = VLegend::IsSide(position);
-  int32_t room = measuring ? legend_->Measure(*measuring, position, side ? h : w, printScale()) : 0;
+  int32_t room = measuring ? legend_->Measure(*measuring, position, side ? h + 1 : w + 1, printScale()) : 0;
   room = std::clamp(room, 0, side ? w : h);
   switch (position) {
     case VLegend::kRight:

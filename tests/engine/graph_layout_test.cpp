@@ -94,5 +94,46 @@ TEST_F(GraphLayoutTest, TheZoomRectangleScalesTheDataArea) {
   EXPECT_EQ(data.top - data.bottom, plot.top - plot.bottom);
 }
 
+TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
+  AddY(1);
+  graph.AddXAxis(1, kAxisReal, nullptr);
+  graph.AddDataset(1, kPlot, 1, 1, nullptr);
+  graph.UpdateLayoutAndRepaint();
+  Box<int32_t> without = Plot();
+  graph.EnableLegend(true);
+  RecordingSurface measuring;
+  const int32_t positions[] = {VLegend::kRight, VLegend::kLeft, VLegend::kTop, VLegend::kBottom, 7};
+  for (int32_t position : positions) {
+    graph.legendPosition() = position;
+    graph.UpdateLayoutAndRepaint();
+    int32_t side = position == VLegend::kRight || position == VLegend::kLeft;
+    int32_t room = graph.legend()->Measure(measuring, position == 7 ? VLegend::kBottom : position,
+                                           side ? 301 : 401, 1.0);
+    ASSERT_GT(room, 0);
+    Box<int32_t> plot = Plot();
+    Rect legend = graph.legend()->rect;
+    switch (position) {
+      case VLegend::kRight:
+        EXPECT_EQ(plot.right, without.right - room);
+        EXPECT_EQ(legend, (Rect{400 - room, 0, 400, 300}));
+        break;
+      case VLegend::kLeft:
+        EXPECT_EQ(plot.left, without.left + room);
+        EXPECT_EQ(legend, (Rect{0, 0, room, 300}));
+        break;
+      case VLegend::kTop:
+        EXPECT_EQ(plot.top, without.top - room);
+        EXPECT_EQ(legend, (Rect{0, 0, 400, room}));
+        break;
+      default:  // BOTTOM, and any unknown position
+        EXPECT_EQ(plot.bottom, without.bottom + room) << position;
+        EXPECT_EQ(legend, (Rect{0, 300 - room, 400, 300})) << position;
+    }
+  }
+  graph.EnableLegend(false);
+  graph.UpdateLayoutAndRepaint();
+  EXPECT_EQ(Plot().right, without.right);
+}
+
 }  // namespace
 }  // namespace zel
