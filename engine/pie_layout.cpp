@@ -10,7 +10,8 @@ namespace {
 constexpr int64_t kLabelSpacing = 10;
 
 int32_t Clamp32(int64_t v) {
-  return int32_t(std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  return int32_t(
+      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
 }
 
 // Labels placed in rows, and the far right and bottom edges they reach
@@ -25,7 +26,8 @@ struct Placement {
 // A label that would pass the right edge starts a new row at startX, unless
 // it is the first of its row already: a label wider than the space stays
 // where it is and overflows.
-Placement Flow(std::span<const int32_t> widths, int64_t startX, int64_t startY, int64_t width, int64_t pitch) {
+Placement Flow(std::span<const int32_t> widths, int64_t startX, int64_t startY, int64_t width,
+               int64_t pitch) {
   Placement p;
   p.xs.reserve(widths.size());
   p.ys.reserve(widths.size());

@@ -22,7 +22,8 @@ constexpr int32_t kTitleTop = 5;
 constexpr int32_t kWedgeInset = 3;
 
 int32_t Clamp32(int64_t v) {
-  return int32_t(std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  return int32_t(
+      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
 }
 
 // The height of a line of text in the selected font, whatever the text.
@@ -41,7 +42,8 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   surface.Save();
   const Rect& r = plotRect_;
   surface.IntersectClip({Clamp32(int64_t(r.left) - windowOrigin.x), Clamp32(int64_t(r.top) - windowOrigin.y),
-                         Clamp32(int64_t(r.right) - windowOrigin.x), Clamp32(int64_t(r.bottom) - windowOrigin.y)});
+                         Clamp32(int64_t(r.right) - windowOrigin.x),
+                         Clamp32(int64_t(r.bottom) - windowOrigin.y)});
   surface.SelectPen({kPenSolid, 1, 0});
   surface.SetTextAlign(kAlignLeft | kAlignTop);
 
@@ -61,7 +63,8 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
     int32_t x = int32_t(lx), y = int32_t(ly);
     int32_t swatchTop = y + (rowHeight - kPieSwatchHeight) / 2;
     surface.Rectangle({x, swatchTop, x + kPieSwatchWidth, swatchTop + kPieSwatchHeight}, sliceColors_[i]);
-    surface.WriteText({x + kPieLabelTextOffset, y + (rowHeight - textHeight) / 2}, VariantDisplayText(labels_[i]));
+    surface.WriteText({x + kPieLabelTextOffset, y + (rowHeight - textHeight) / 2},
+                      VariantDisplayText(labels_[i]));
   }
 
   // The sizes add up in single precision, slice by slice, as they always have.

@@ -19,7 +19,8 @@ constexpr Color kSeparatorColor = 0xFFFFFF;
 constexpr double kMaxScale = 100;
 
 int32_t Clamp32(int64_t v) {
-  return int32_t(std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  return int32_t(
+      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
 }
 
 // The legend's pixel sizes at scale s: gap before the line sample, the
@@ -168,14 +169,15 @@ void VLegend::Draw(Surface& surface, double scale) const {
 }
 
 void VLegend::DrawSeparator(Surface& surface) const {
-  // The line lies on the legend's own edge next to the plot.
-  Point from, to;
-  switch (position) {
-    case kRight: from = {rect.left, rect.top}, to = {rect.left, rect.bottom}; break;
-    case kLeft: from = {rect.right - 1, rect.top}, to = {rect.right - 1, rect.bottom}; break;
-    case kTop: from = {rect.left, rect.bottom - 1}, to = {rect.right, rect.bottom - 1}; break;
-    default: from = {rect.left, rect.top}, to = {rect.right, rect.top}; break;
-  }
+  // The line lies on the legend's own edge next to the plot: its left or
+  // right column at a side, its top or bottom row in a band.
+  int32_t at = position == kRight  ? rect.left
+               : position == kLeft ? rect.right - 1
+               : position == kTop  ? rect.bottom - 1
+                                   : rect.top;
+  bool side = IsSide(position);
+  Point from = side ? Point{at, rect.top} : Point{rect.left, at};
+  Point to = side ? Point{at, rect.bottom} : Point{rect.right, at};
   surface.SetRasterOp(RasterOp::kXor);
   surface.SelectPen({kPenSolid, 1, kSeparatorColor});
   surface.MoveTo(from);

@@ -72,8 +72,11 @@ void VPieDataset::SetPlotRect(const Rect& rect, Surface& measuring) {
   for (size_t i = 0; i < count_; ++i) widths[i] = measuring.TextExtent(VariantDisplayText(labels_[i])).cx;
   measuring.Restore();
   // Widths and heights count both edges; a rectangle turned inside out has none.
-  auto extent = [](int32_t from, int32_t to) { return int32_t(std::clamp<int64_t>(int64_t(to) - from + 1, 0, INT32_MAX)); };
-  PieLayout layout = LayOutPie(extent(rect.left, rect.right), extent(rect.top, rect.bottom), lineHeight, widths);
+  auto extent = [](int32_t from, int32_t to) {
+    return int32_t(std::clamp<int64_t>(int64_t(to) - from + 1, 0, INT32_MAX));
+  };
+  PieLayout layout =
+      LayOutPie(extent(rect.left, rect.right), extent(rect.top, rect.bottom), lineHeight, widths);
   plotRect_ = rect;
   pieDiameter_ = layout.diameter;
   labelX_ = std::move(layout.labelX);

@@ -43,7 +43,8 @@ TEST_F(LegendTest, SideEntriesTakeARowEachAndShowLineMarkerAndTitle) {
   // Row base: top + 3 + 12 / 2 + 11; rows 14 + 12 apart.
   EXPECT_EQ(surface.Calls("MoveTo(310"), (Calls{"MoveTo(310,20)", "MoveTo(310,46)"}));
   EXPECT_EQ(surface.Calls("LineTo(342"), (Calls{"LineTo(342,20)", "LineTo(342,46)"}));
-  EXPECT_EQ(surface.Calls("FillBox"), (Calls{"FillBox(323,18,329,24,00FF00)", "FillBox(323,44,329,50,00FF00)"}));
+  EXPECT_EQ(surface.Calls("FillBox"),
+            (Calls{"FillBox(323,18,329,24,00FF00)", "FillBox(323,44,329,50,00FF00)"}));
   EXPECT_EQ(surface.Calls("Text("), (Calls{"Text(352,14,flow)", "Text(352,40,level)"}));
   EXPECT_EQ(surface.Calls("TextColor"), (Calls{"TextColor(112233)", "TextColor(112233)"}));
   EXPECT_EQ(surface.Calls("Pen(0,1,0000FF"), (Calls{"Pen(0,1,0000FF,cosmetic)", "Pen(0,1,0000FF,cosmetic)"}));

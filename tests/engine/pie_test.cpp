@@ -94,10 +94,10 @@ TEST(PieLayoutTest, LabelsGoBelowWhenThePieCannotShrinkEnoughBesideThem) {
 }
 
 TEST(PieLayoutTest, DegenerateSpacesGiveNoPieAndNoFault) {
-  std::vector<int32_t> widths{7, 0, -5, std::numeric_limits<int32_t>::max()};
-  for (auto [w, h, t] : {std::tuple{0, 0, 12}, {-50, 300, 12}, {300, -50, 12}, {300, 5, 12},
-                         {1, 1, 0}, {std::numeric_limits<int32_t>::max(), std::numeric_limits<int32_t>::max(), 12},
-                         {300, 300, std::numeric_limits<int32_t>::max()}}) {
+  constexpr int32_t kHuge = std::numeric_limits<int32_t>::max();
+  std::vector<int32_t> widths{7, 0, -5, kHuge};
+  for (auto [w, h, t] : {std::tuple{0, 0, 12}, {-50, 300, 12}, {300, -50, 12}, {300, 5, 12}, {1, 1, 0},
+                         {kHuge, kHuge, 12}, {300, 300, kHuge}}) {
     PieLayout layout = LayOutPie(w, h, t, widths);
     EXPECT_GE(layout.diameter, 0);
     EXPECT_LE(layout.diameter, std::max(w, 0));
@@ -129,8 +129,9 @@ TEST_F(PieTest, WedgesRunClockwiseFromTwelveWithTruncatedRadials) {
     Fill(sizes);
     Calls pies = Matching(Draw({0, 0, 399, 299}), "Pie");
     EXPECT_EQ(pie.pieDiameter(), 278);
-    EXPECT_EQ(pies, (Calls{"Pie(3,25,275,297,274,161,139,25,FF00FF)", "Pie(3,25,275,297,139,296,274,161,0000FF)",
-                           "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
+    EXPECT_EQ(pies,
+              (Calls{"Pie(3,25,275,297,274,161,139,25,FF00FF)", "Pie(3,25,275,297,139,296,274,161,0000FF)",
+                     "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
   }
 }
 
