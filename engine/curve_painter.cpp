@@ -54,28 +54,28 @@ class PlotPainter {
               const CurveLook& look, bool reduce)
       : surface_(surface), dataset_(dataset), map_(map), area_(area), look_(look), reduce_(reduce) {}
 
-  void Add(size_t i, double x, double y) {
+  // The next drawn point, as ForEachDrawnPoint hands it over. Inlined into
+  // the loop: most points of a dense curve only join the run of their column.
+  [[gnu::always_inline]] void operator()(size_t i, double x, double y, int32_t) {
     bool inside = area_.Contains(x, y);
-    Point at{Pixel(x), Pixel(y)};
+    Point at{NearPixel(x), NearPixel(y)};
     if (reduce_ && inside && run_.active() && at.x == run_.x()) {
       run_.Add(at.y);
       runEnd_ = i;
       previousX_ = x, previousY_ = y;
       return;
     }
-    CloseRun();
-    if (hasPrevious_) Connect(x, y);
-    previousX_ = x, previousY_ = y;
-    hasPrevious_ = true;
-    // A point outside gets no marker and starts no run.
-    if (!inside) return;
-    run_.Start(at);
-    runStart_ = runEnd_ = i;
+    Leave(i, x, y, inside, at);
   }
 
   void Finish() { CloseRun(); }
 
  private:
+  // A point that does not join the current run: the run is drawn, the
+  // segment from the previous point is drawn, and the point may start a run.
+  // Out of line, so that Add stays small.
+  [[gnu::noinline]] void Leave(size_t i, double x, double y, bool inside, Point at);
+
   void Connect(double x, double y) {
     double ax = previousX_, ay = previousY_, bx = x, by = y;
     if (!ClipSegment(ax, ay, bx, by, area_.width, area_.height)) return;
@@ -118,6 +118,17 @@ class PlotPainter {
   double previousX_ = 0, previousY_ = 0;
 };
 
+void PlotPainter::Leave(size_t i, double x, double y, bool inside, Point at) {
+  CloseRun();
+  if (hasPrevious_) Connect(x, y);
+  previousX_ = x, previousY_ = y;
+  hasPrevious_ = true;
+  // A point outside gets no marker and starts no run.
+  if (!inside) return;
+  run_.Start(at);
+  runStart_ = runEnd_ = i;
+}
+
 bool Reduces(Reduction reduction, size_t count, CurveArea area) {
   if (reduction != Reduction::kAuto) return reduction == Reduction::kAlways;
   return count / 2 > size_t(std::max(area.width, 0)) + 1;
@@ -151,7 +162,7 @@ void DrawPlot(Surface& surface, const VDataset& dataset, CurveArea area, const C
   PointMap map(dataset, area);
   surface.SelectPen(CurvePen(dataset.lineStyle(), look.penWidth, look.line));
   PlotPainter painter(surface, dataset, map, area, look, Reduces(reduction, dataset.count(), area));
-  ForEachDrawnPoint(dataset, map, [&](size_t i, double x, double y, int32_t) { painter.Add(i, x, y); });
+  ForEachDrawnPoint(dataset, map, painter);
   painter.Finish();
 }
 

@@ -21,11 +21,13 @@ constexpr int32_t kUnmarkedStatus = 10;
 // Far-off pixels stop here, so that rounding and rectangles cannot overflow.
 constexpr double kFarPixel = 1e9;
 
-// The nearest pixel, halves away from zero; 0 for NaN.
+// The nearest pixel of a number within kFarPixel, halves away from zero.
+inline int32_t NearPixel(double v) { return int32_t(v >= 0 ? v + 0.5 : v - 0.5); }
+
+// The nearest pixel of any double; 0 for NaN.
 inline int32_t Pixel(double v) {
   if (std::isnan(v)) return 0;
-  v = std::clamp(v, -kFarPixel, kFarPixel);
-  return v >= 0 ? int32_t(v + 0.5) : -int32_t(-v + 0.5);
+  return NearPixel(std::clamp(v, -kFarPixel, kFarPixel));
 }
 
 // The size of the data area in pixels.
@@ -54,7 +56,7 @@ class PointMap {
   const AxisScale& xScale() const { return xs_; }
 
  private:
-  static double Far(double v) { return std::isnan(v) ? v : std::clamp(v, -kFarPixel, kFarPixel); }
+  static double Far(double v) { return v < -kFarPixel ? -kFarPixel : v > kFarPixel ? kFarPixel : v; }
 
   AxisScale xs_, ys_;
   double xShift_, yShift_;
@@ -65,7 +67,7 @@ class PointMap {
 inline bool HasAxes(const VDataset& dataset) { return dataset.xAxis() && dataset.yAxis(); }
 
 // Calls visit(i, x, y, status) for each point in [first, last) that is drawn:
-// status below 11 and both pixels numbers. `map` turns stored values into
+// status below 11 and both pixels numbers (within kFarPixel). `map` turns stored values into
 // pixels (a PointMap, or anything with X and Y).
 template <typename Map, typename Visit>
 void ForEachDrawnPoint(const VDataset& dataset, const Map& map, size_t first, size_t last, Visit&& visit) {

@@ -27,14 +27,6 @@ void ColumnRun::Start(Point point) {
   lastCovered_ = false;
 }
 
-void ColumnRun::Add(int32_t y) {
-  lastCovered_ = CoversEnd(lastCovered_, last_, y, min_, max_);
-  if (y < min_) min_ = y, minAt_ = count_;
-  if (y > max_) max_ = y, maxAt_ = count_;
-  last_ = y;
-  ++count_;
-}
-
 int ColumnRun::Reduced(int32_t (&ys)[4]) const {
   std::pair<size_t, int32_t> kept[4] = {{0, first_}, {minAt_, min_}, {maxAt_, max_}, {count_ - 1, last_}};
   std::sort(std::begin(kept), std::end(kept),

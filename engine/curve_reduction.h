@@ -21,8 +21,18 @@ class ColumnRun {
 
   // Starts a run at a point; the previous one, if any, is forgotten.
   void Start(Point point);
-  // The next point of the curve, in the same column.
-  void Add(int32_t y);
+  // The next point of the curve, in the same column. Inline and without
+  // branches on the data: dense curves pass every point through here.
+  void Add(int32_t y) {
+    lastCovered_ = y >= min_ && y <= max_ && (y != last_ || lastCovered_);
+    bool lower = y < min_, higher = y > max_;
+    minAt_ = lower ? count_ : minAt_;
+    maxAt_ = higher ? count_ : maxAt_;
+    min_ = lower ? y : min_;
+    max_ = higher ? y : max_;
+    last_ = y;
+    ++count_;
+  }
   void Reset() { count_ = 0; }
 
   // The vertical line through the run's points, with the lines of the
@@ -41,7 +51,10 @@ class ColumnRun {
   int32_t first_ = 0, last_ = 0, min_ = 0, max_ = 0;
   size_t count_ = 0, minAt_ = 0, maxAt_ = 0;
   // Whether the lines so far colour the last point's pixel (a line leaves
-  // out its end pixel, so it depends on where the curve has been).
+  // out its end pixel, so it depends on where the curve has been). The
+  // lines colour min..max except perhaps the end pixel; a new end is
+  // coloured when it lies within that span and is either a new place or
+  // one already coloured (a line that does not move colours nothing).
   bool lastCovered_ = false;
 };
 
