@@ -62,3 +62,8 @@ add_executable(gallery examples/gallery.cpp)
 target_compile_options(gallery PRIVATE -municode)
 target_link_options(gallery PRIVATE -municode)
 target_link_libraries(gallery PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 windowscodecs)
+
+# A timing program for painting dense curves through GDI; built on request,
+# not run by the tests.
+add_executable(paint_bench EXCLUDE_FROM_ALL bench/win/paint_bench.cpp control/gdi_surface.cpp control/platform_win.cpp)
+target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 user32 ole32 oleaut32)
