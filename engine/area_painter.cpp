@@ -1,5 +1,7 @@
 #include "engine/area_painter.h"
 
+#include <algorithm>
+
 #include "engine/curve_reduction.h"
 #include "engine/dataset_keywords.h"
 #include "engine/v_axis.h"
@@ -10,7 +12,7 @@ namespace {
 
 int32_t ZeroRow(const VDataset& dataset, CurveArea area) {
   PointMap map(dataset, area);
-  return std::clamp(Pixel(map.PlainY(0)), 0, area.height);
+  return std::clamp(Pixel(map.PlainY(0)), 0, std::max(area.height, 0));
 }
 
 int32_t YAxisColumn(const VDataset& dataset, CurveArea area) {

@@ -13,6 +13,8 @@ namespace {
 
 // No bar is wider than this many pixels, whatever percentage is asked for.
 constexpr int64_t kWidestBar = 1 << 24;
+// Bar edges stop as far off as points do.
+int32_t Far(int64_t v) { return int32_t(std::clamp<int64_t>(v, -int64_t(kFarPixel), int64_t(kFarPixel))); }
 
 // Bars meet the axes where the marks are: no half-category shift.
 struct MarkMap {
@@ -37,7 +39,7 @@ void DrawDiscreteBars(Surface& surface, VDataset& dataset, const PointMap& map, 
   int32_t slot = SlotOf(dataset, axis);
   ForEachDrawnPoint(dataset, MarkMap{map}, [&](size_t, double x, double y, int32_t) {
     int32_t left = DiscreteBarLeft(Pixel(x), pitch, slot, width);
-    FillBar(surface, frame.area, left, left + width, base, Pixel(y), color);
+    FillBar(surface, frame.area, left, Far(int64_t(left) + width), base, Pixel(y), color);
     dataset.NoteDrawnAsBars();
   });
 }
@@ -60,8 +62,7 @@ void DrawSampledBars(Surface& surface, VDataset& dataset, const PointMap& map, c
       group = Pixel(x - double(nBars) * width / 2);
     }
     int64_t left = int64_t(group) + int64_t(slot) * width;
-    FillBar(surface, frame.area, int32_t(std::clamp<int64_t>(left, -kWidestBar, kWidestBar)),
-            int32_t(std::clamp<int64_t>(left + width, -kWidestBar, kWidestBar)), base, Pixel(y), color);
+    FillBar(surface, frame.area, Far(left), Far(left + width), base, Pixel(y), color);
     dataset.NoteDrawnAsBars();
   });
 }
@@ -83,7 +84,7 @@ int32_t BarWidth(int32_t pitch, int32_t barCount, int valueMode, int32_t percent
 }
 
 int32_t DiscreteBarLeft(int32_t mark, int32_t pitch, int32_t slot, int32_t width) {
-  return mark - pitch + Pixel((slot + 0.5) * width);
+  return Far(int64_t(mark) - pitch + Pixel((slot + 0.5) * width));
 }
 
 int32_t BarBase(const VDataset& dataset, const BarFrame& frame) {

@@ -1,5 +1,6 @@
 #include "engine/stacked_bar_painter.h"
 
+#include <algorithm>
 #include <bit>
 #include <functional>
 #include <optional>
@@ -92,7 +93,8 @@ void DrawStackedBars(Surface& surface, VDataset& dataset, BarStacks& stacks, con
     }
     int32_t width = pitch / 2;
     int32_t left = DiscreteBarLeft(Pixel(segment.x), pitch, 0, width);
-    FillBar(surface, frame.area, left, left + width, segment.bottom, segment.top, color);
+    FillBar(surface, frame.area, left, int32_t(std::min<int64_t>(int64_t(left) + width, kFarPixel)), segment.bottom,
+            segment.top, color);
   });
   row.Finish();
 }

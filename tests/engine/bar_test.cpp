@@ -1,10 +1,15 @@
 // The BAR and STACKED BAR routines: widths, slots, groups, sampling, bases
 // and stacks, asserted on the rectangles they fill.
+#include <cmath>
+#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "engine/bar_painter.h"
 #include "engine/curve_look.h"
+#include "engine/curve_painter.h"
+#include "engine/area_painter.h"
+#include "engine/graph_error.h"
 #include "engine/stacked_bar_painter.h"
 #include "engine/v_axis.h"
 #include "engine/v_dataset.h"
@@ -211,6 +216,65 @@ TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
   DrawStackedBars(s, b, stacks, frame, false);
   EXPECT_EQ(s.calls, (Calls{"FillRect(25,90,75,100,000000)", "FillRect(125,80,175,100,000000)",
                             "FillRect(25,60,75,90,000000)", "FillRect(125,50,175,80,000000)"}));
+}
+
+}  // namespace
+}  // namespace zel
+
+namespace zel {
+namespace {
+
+// Far, infinite and undefined values, degenerate axes and empty or inverted
+// areas: every routine keeps its rectangles near the data area and nothing
+// overflows (the sanitizer build checks the arithmetic).
+TEST_F(BarTest, HostileValuesAndAreasKeepEveryRoutineInBounds) {
+  const double hostile[] = {std::nan(""), INFINITY, -INFINITY, 1e30, -1e30, 3e38, 0, 50};
+  AxisProps flat = Range(5.0, 5.0), reversed = Range(100.0, 0.0);
+  VAxis flatX(false, kAxisReal, &flat), reversedY(true, kAxisReal, &reversed);
+  AxisProps categories = Range(int32_t(0), int32_t(1));
+  VAxis discrete(false, kAxisDiscrete, &categories);
+  for (VAxis* x : {&x_, &flatX, &discrete}) {
+    for (VAxis* y : {&y_, &reversedY}) {
+      DatasetProps props;
+      props.markerShape = u"DIAMOND";
+      props.realXbarMode = 1;
+      VDataset bar(kBar, x, y, &props), stacked(kStackedBar, x, y, &props), area(kArea, x, y, &props);
+      for (VDataset* d : {&bar, &stacked, &area}) {
+        for (double a : hostile) {
+          for (double b : hostile) {
+            std::vector<double> xs = {a, b}, ys = {b, a};
+            std::vector<int32_t> status = {0, 0};
+            try {
+              d->SetValues(2, Column(xs), Column(ys), status, true);
+            } catch (const GraphError&) {
+              // a value the axis type cannot hold is refused as it would be from a host
+            }
+          }
+        }
+      }
+      for (CurveArea area_ : {CurveArea{0, 0}, CurveArea{-5, -5}, CurveArea{1, 1}, CurveArea{400, 300},
+                              CurveArea{2000000000, 2000000000}}) {
+        RecordingSurface s;
+        BarFrame frame{area_, 2, 100000, {y}};
+        BarStacks stacks;
+        for (int mode : {0, 1}) {
+          Process().valueMode = mode;
+          DrawBars(s, bar, frame, true);
+          DrawStackedBars(s, stacked, stacks, frame, false);
+        }
+        DrawPlot(s, area, area_, LookOf(area, kArea, {}, 1, true));
+        DrawPlot(s, area, area_, LookOf(area, kArea, {}, 1, false), Reduction::kAlways);
+        Polygon polygon = AreaPolygon(area, &stacked, area_);
+        for (const std::string& c : s.Calls("FillRect")) {
+          int l, t, r, b;
+          ASSERT_EQ(std::sscanf(c.c_str(), "FillRect(%d,%d,%d,%d", &l, &t, &r, &b), 4);
+          EXPECT_TRUE(l <= r && t <= b && l >= -1 && t >= -1) << c;
+          EXPECT_TRUE(r <= std::max(area_.width, 0) + 1 && b <= std::max(area_.height, 0) + 1) << c;
+        }
+        EXPECT_LE(polygon.points.size(), 2 * area.count() + 4);
+      }
+    }
+  }
 }
 
 }  // namespace
