@@ -38,31 +38,26 @@ TEST(DateTimeToTmTest, FillsCalendarFieldsOrLeavesTheRecordAlone) {
   EXPECT_EQ(time.tm_mday, 17);
 }
 
+// Unit lengths depend on today's calendar; fields raised past their range
+// roll over, and unknown names give zero.
 TEST(TimeUnitLengthTest, DependsOnTodaysCalendar) {
+  struct Case {
+    const char16_t* unit;
+    SystemTime today;
+    float expected;
+  } cases[] = {
+      {u"DAY", At(2026, 11, 21), 1.0f},      {u"MONTH", At(2026, 11, 21), 30.0f}, {u"YEAR", At(2026, 11, 21), 365.0f},
+      {u"YEAR", At(2027, 11, 21), 366.0f},   {u"MONTH", At(2028, 2, 10), 29.0f},  {u"DAY", At(2026, 1, 31), 1.0f},
+      {u"DAY", At(2026, 12, 31), 1.0f},      {u"MONTH", At(2026, 1, 31), 31.0f},  {u"MONTH", At(2026, 12, 15), 31.0f},
+      {u"WEEK", At(2026, 11, 21), 0.0f},     {u"day", At(2026, 11, 21), 0.0f},    {u"", At(2026, 11, 21), 0.0f},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(TimeUnitLength(c.unit, c.today), c.expected) << Utf8FromText(c.unit) << " " << c.today.wMonth;
   SystemTime november = At(2026, 11, 21);
-  EXPECT_EQ(TimeUnitLength(u"DAY", november), 1.0f);
-  EXPECT_EQ(TimeUnitLength(u"MONTH", november), 30.0f);
-  EXPECT_EQ(TimeUnitLength(u"YEAR", november), 365.0f);
-  EXPECT_EQ(TimeUnitLength(u"YEAR", At(2027, 11, 21)), 366.0f);
-  EXPECT_EQ(TimeUnitLength(u"MONTH", At(2028, 2, 10)), 29.0f);
   EXPECT_FLOAT_EQ(TimeUnitLength(u"HOUR", november), float(1.0 / 24));
+  EXPECT_FLOAT_EQ(TimeUnitLength(u"HOUR", At(2026, 12, 31, 23)), float(1.0 / 24));
   EXPECT_NEAR(TimeUnitLength(u"MINUTE", november), 1.0 / 1440, 1e-9);
   EXPECT_NEAR(TimeUnitLength(u"SECOND", november), 1.0 / 86400, 1e-10);
-}
-
-TEST(TimeUnitLengthTest, FieldsRaisedPastTheirRangeRollOver) {
-  EXPECT_EQ(TimeUnitLength(u"DAY", At(2026, 1, 31)), 1.0f);
-  EXPECT_EQ(TimeUnitLength(u"DAY", At(2026, 12, 31)), 1.0f);
-  EXPECT_EQ(TimeUnitLength(u"MONTH", At(2026, 1, 31)), 31.0f);
-  EXPECT_EQ(TimeUnitLength(u"MONTH", At(2026, 12, 15)), 31.0f);
-  EXPECT_FLOAT_EQ(TimeUnitLength(u"HOUR", At(2026, 12, 31, 23)), float(1.0 / 24));
-}
-
-TEST(TimeUnitLengthTest, UnknownNamesGiveZero) {
-  SystemTime now = At(2026, 11, 21);
-  EXPECT_EQ(TimeUnitLength(u"WEEK", now), 0.0f);
-  EXPECT_EQ(TimeUnitLength(u"day", now), 0.0f);
-  EXPECT_EQ(TimeUnitLength(u"", now), 0.0f);
 }
 
 class TimeUnitClockTest : public UtilTest {};

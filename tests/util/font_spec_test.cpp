@@ -73,15 +73,13 @@ TEST_F(FontSpecTest, CharsetFieldsReadTheirKeywordFromTheNinthCharacter) {
   EXPECT_EQ(CharsetFromKeyword(""), 1);
 }
 
-TEST_F(FontSpecTest, LeadingBlanksShortenTheFaceFromItsEnd) {
+TEST_F(FontSpecTest, LeadingBlanksShortenTheFaceFromItsEndAndFacesAreCut) {
   UseResolution(96);
   LogFont font = ParseFontSpec(u"  Arial,9");
   EXPECT_EQ(font.FaceName(), u"  Ari");
   EXPECT_EQ(font.lfHeight, -12);
   EXPECT_EQ(ParseFontSpec(u"\tArial").FaceName(), u"\tArial");
-}
-
-TEST_F(FontSpecTest, FaceNamesAreCutTo31Characters) {
+  // Faces are cut to 31 characters, or at a NUL.
   Text longFace(40, u'x');
   EXPECT_EQ(ParseFontSpec(longFace + u",9").FaceName(), Text(31, u'x'));
   EXPECT_EQ(ParseFontSpec(longFace).FaceName(), Text(31, u'x'));
@@ -90,6 +88,12 @@ TEST_F(FontSpecTest, FaceNamesAreCutTo31Characters) {
 }
 
 TEST_F(FontSpecTest, FormatsWithBlanksBeforeEveryLaterField) {
+  // Before any parse the resolution is unknown, so the size prints as 1.
+  LogFont unparsed;
+  std::copy_n(u"Arial", 5, unparsed.lfFaceName);
+  unparsed.lfHeight = -12;
+  EXPECT_EQ(FormatFontSpec(unparsed), u"Arial,1, Charset_Default");
+
   UseResolution(96);
   EXPECT_EQ(FormatFontSpec(ParseFontSpec(u"Arial,9,bold")), u"Arial,9, Bold, Charset_Default");
   EXPECT_EQ(FormatFontSpec(ParseFontSpec(u"Arial,7,italic,underlined,Charset Russian")),
@@ -97,10 +101,8 @@ TEST_F(FontSpecTest, FormatsWithBlanksBeforeEveryLaterField) {
   LogFont semiBold = ParseFontSpec(u"Arial,9");
   semiBold.lfWeight = 600;
   EXPECT_EQ(FormatFontSpec(semiBold), u"Arial,9, Charset_Default");
-}
 
-TEST_F(FontSpecTest, RoundTripTurnsAnsiIntoDefault) {
-  UseResolution(96);
+  // A round trip keeps every charset but ANSI, which becomes the default.
   LogFont ansi = ParseFontSpec(u"Arial,9,Charset ANSI");
   ASSERT_EQ(ansi.lfCharSet, 0);
   Text spec = FormatFontSpec(ansi);
@@ -111,13 +113,6 @@ TEST_F(FontSpecTest, RoundTripTurnsAnsiIntoDefault) {
     font.lfCharSet = charset;
     EXPECT_EQ(ParseFontSpec(FormatFontSpec(font)).lfCharSet, charset);
   }
-}
-
-TEST_F(FontSpecTest, FormattingBeforeAnyParsePrintsSizeOne) {
-  LogFont font;
-  std::copy_n(u"Arial", 5, font.lfFaceName);
-  font.lfHeight = -12;
-  EXPECT_EQ(FormatFontSpec(font), u"Arial,1, Charset_Default");
 }
 
 }  // namespace
