@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "engine/graph_error.h"
 #include "engine/v_graph.h"
 #include "engine_test_support.h"
@@ -10,12 +12,7 @@ class GraphLayoutTest : public EngineTest {
   FakeWindow window;  // 400 by 300: layout for 401 by 301
   VGraph graph{&window};
 
-  static AxisProps Range(double min, double max) {
-    AxisProps props;
-    props.min = min;
-    props.max = max;
-    return props;
-  }
+  static AxisProps Range(double min, double max) { return {.min = min, .max = max}; }
   void AddY(int32_t id, int side = VAxis::kLowSide) {
     AxisProps unit = Range(0, 1);  // labels "0.000" and "1.000": 35 pixels wide
     graph.AddYAxis(id, kAxisReal, &unit, side);
@@ -102,33 +99,24 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
   Box<int32_t> without = Plot();
   graph.EnableLegend(true);
   RecordingSurface measuring;
+  // Each side gives up the measured room; BOTTOM, and any unknown position, at the bottom.
   const int32_t positions[] = {VLegend::kRight, VLegend::kLeft, VLegend::kTop, VLegend::kBottom, 7};
   for (int32_t position : positions) {
     graph.legendPosition() = position;
     graph.UpdateLayoutAndRepaint();
-    int32_t side = position == VLegend::kRight || position == VLegend::kLeft;
+    bool side = position == VLegend::kRight || position == VLegend::kLeft;
     int32_t room = graph.legend()->Measure(measuring, position == 7 ? VLegend::kBottom : position,
                                            side ? 301 : 401, 1.0);
     ASSERT_GT(room, 0);
-    Box<int32_t> plot = Plot();
-    Rect legend = graph.legend()->rect;
-    switch (position) {
-      case VLegend::kRight:
-        EXPECT_EQ(plot.right, without.right - room);
-        EXPECT_EQ(legend, (Rect{400 - room, 0, 400, 300}));
-        break;
-      case VLegend::kLeft:
-        EXPECT_EQ(plot.left, without.left + room);
-        EXPECT_EQ(legend, (Rect{0, 0, room, 300}));
-        break;
-      case VLegend::kTop:
-        EXPECT_EQ(plot.top, without.top - room);
-        EXPECT_EQ(legend, (Rect{0, 0, 400, room}));
-        break;
-      default:  // BOTTOM, and any unknown position
-        EXPECT_EQ(plot.bottom, without.bottom + room) << position;
-        EXPECT_EQ(legend, (Rect{0, 300 - room, 400, 300})) << position;
-    }
+    Box<int32_t> plot = Plot(), expected = without;
+    Rect legend{0, 0, 400, 300};
+    if (position == VLegend::kRight) expected.right -= room, legend.left = 400 - room;
+    else if (position == VLegend::kLeft) expected.left += room, legend.right = room;
+    else if (position == VLegend::kTop) expected.top -= room, legend.bottom = room;
+    else expected.bottom += room, legend.top = 300 - room;
+    EXPECT_EQ(std::tuple(plot.left, plot.bottom, plot.right, plot.top),
+              std::tuple(expected.left, expected.bottom, expected.right, expected.top)) << position;
+    EXPECT_EQ(graph.legend()->rect, legend) << position;
   }
   graph.EnableLegend(false);
   graph.UpdateLayoutAndRepaint();

@@ -78,10 +78,7 @@ TEST_F(LegendTest, BarsShowNoMarkerAndOtherCurvesTheirShape) {
   Add(u"dot", kArea, u"DOT");
   Add(u"tri", kPlot, u"TRIANGLE");
   Draw(VLegend::kRight, {0, 0, 200, 300});
-  Calls fills;
-  for (const std::string& c : surface.calls)
-    if (c.rfind("Fill", 0) == 0) fills.push_back(c);
-  EXPECT_EQ(fills, (Calls{"FillEllipse(23,96,29,102,00FF00)", "FillPolygon(3,00FF00)"}));
+  EXPECT_EQ(surface.Calls("Fill"), (Calls{"FillEllipse(23,96,29,102,00FF00)", "FillPolygon(3,00FF00)"}));
   EXPECT_EQ(surface.Calls("MoveTo(10").size(), 5u);
 }
 

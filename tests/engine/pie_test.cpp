@@ -12,14 +12,6 @@ namespace {
 using Calls = std::vector<std::string>;
 using Pixels = std::vector<int32_t>;
 
-// The calls that start with `prefix`.
-Calls Matching(const Calls& calls, const std::string& prefix) {
-  Calls found;
-  for (const std::string& c : calls)
-    if (c.rfind(prefix, 0) == 0) found.push_back(c);
-  return found;
-}
-
 class PieTest : public EngineTest {
  protected:
   // A pie whose labels are "a", "b", ... (7 pixels wide each on the recorder).
@@ -29,11 +21,11 @@ class PieTest : public EngineTest {
     pie.SetValues(sizes.size(), Column(labels), Column(sizes), {}, false);
   }
   // Lays the pie out in `rect` and draws it with the window origin at 0,0.
-  std::vector<std::string> Draw(const Rect& rect) {
+  RecordingSurface Draw(const Rect& rect) {
     pie.SetPlotRect(rect, measuring);
     RecordingSurface surface;
     pie.DrawPie(surface, {0, 0});
-    return surface.calls;
+    return surface;
   }
 
   VPieDataset pie{nullptr};
@@ -122,61 +114,53 @@ TEST_F(PieTest, LayoutMeasuresTheLabelTextsInTheTextFont) {
   EXPECT_EQ(pie.labelOverflow(), (Size{expected.overflowX, expected.overflowY}));
 }
 
-TEST_F(PieTest, WedgesRunClockwiseFromTwelveWithTruncatedRadials) {
+TEST_F(PieTest, WedgesRunClockwiseFromTwelveWithTruncatedRadialsInTheSliceColours) {
   // 400 by 300: diameter 278, drawn with radius 136 round (139, 161). The
   // radial at 3 o'clock is 135.99... pixels out, truncated to 135.
   for (std::vector<float> sizes : {std::vector<float>{1, 1, 2}, {0.5f, 0.5f, 1}}) {
     Fill(sizes);
-    Calls pies = Matching(Draw({0, 0, 399, 299}), "Pie");
+    Calls pies = Draw({0, 0, 399, 299}).Calls("Pie");
     EXPECT_EQ(pie.pieDiameter(), 278);
     EXPECT_EQ(pies,
               (Calls{"Pie(3,25,275,297,274,161,139,25,FF00FF)", "Pie(3,25,275,297,139,296,274,161,0000FF)",
                      "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
   }
-}
+  // An empty slice draws no whole disc.
+  Fill({1, 0, 1});
+  EXPECT_EQ(Draw({0, 0, 399, 299}).Calls("Pie"),
+            (Calls{"Pie(3,25,275,297,139,296,139,25,FF00FF)", "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
 
-TEST_F(PieTest, WedgesTakeTheSliceColours) {
   Fill(std::vector<float>(12, 1));
   pie.SetPieColorAt(0, 0x123456);
-  std::vector<std::string> pies;
-  for (const std::string& call : Draw({0, 0, 399, 299}))
-    if (call.rfind("Pie", 0) == 0) pies.push_back(call.substr(call.size() - 7, 6));
+  Calls pies = Draw({0, 0, 399, 299}).Calls("Pie");
   ASSERT_EQ(pies.size(), 12u);
-  EXPECT_EQ(pies[0], "123456");
-  EXPECT_EQ(pies[10], "808080");
-  EXPECT_EQ(pies[11], "C0C0C0");
+  for (auto [slice, colour] : {std::pair{0, "123456)"}, {10, "808080)"}, {11, "C0C0C0)"}})
+    EXPECT_EQ(pies[slice].substr(pies[slice].size() - 7), colour);
 }
 
 TEST_F(PieTest, SizesThatShareOutNoAngleDrawNoWedges) {
   float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
   for (std::vector<float> sizes : {std::vector<float>{0, 0, 0}, {1, nan, 2}, {inf, 1}, {inf, -inf}}) {
     Fill(sizes);
-    Calls calls = Draw({0, 0, 399, 299});
-    EXPECT_TRUE(Matching(calls, "Pie").empty());
-    // The labels are still there.
-    EXPECT_EQ(Matching(calls, "Rectangle").size(), sizes.size());
+    RecordingSurface drawn = Draw({0, 0, 399, 299});
+    EXPECT_TRUE(drawn.Calls("Pie").empty());
+    EXPECT_EQ(drawn.Calls("Rectangle").size(), sizes.size());  // the labels are still there
   }
-}
-
-TEST_F(PieTest, AnEmptySliceDrawsNoWholeDisc) {
-  Fill({1, 0, 1});
-  EXPECT_EQ(Matching(Draw({0, 0, 399, 299}), "Pie"),
-            (Calls{"Pie(3,25,275,297,139,296,139,25,FF00FF)", "Pie(3,25,275,297,139,26,139,296,00C0FF)"}));
 }
 
 TEST_F(PieTest, ALabelNeedsThirtySevenPixelsBeforeTheRightEdge) {
   // 43 pixels wide: the label goes below the pie at the left, its swatch 5
   // pixels in, and 5 + 37 reaches the right edge exactly.
   Fill({1});
-  Calls fits = Draw({100, 50, 142, 349});
-  EXPECT_EQ(Matching(fits, "Rectangle"), (Calls{"Rectangle(105,117,129,129,FF00FF)"}));
-  EXPECT_EQ(Matching(fits, "Text(134"), (Calls{"Text(134,117,a)"}));
-  Calls tooNarrow = Draw({100, 50, 141, 349});
-  EXPECT_TRUE(Matching(tooNarrow, "Rectangle").empty());
-  EXPECT_EQ(Matching(tooNarrow, "Text(").size(), 1u);  // the title only
+  RecordingSurface fits = Draw({100, 50, 142, 349});
+  EXPECT_EQ(fits.Calls("Rectangle"), (Calls{"Rectangle(105,117,129,129,FF00FF)"}));
+  EXPECT_EQ(fits.Calls("Text(134"), (Calls{"Text(134,117,a)"}));
+  RecordingSurface tooNarrow = Draw({100, 50, 141, 349});
+  EXPECT_TRUE(tooNarrow.Calls("Rectangle").empty());
+  EXPECT_EQ(tooNarrow.Calls("Text(").size(), 1u);  // the title only
   // Labels that pass the bottom are skipped the same way.
   Fill(std::vector<float>(40, 1));
-  size_t drawn = Matching(Draw({0, 0, 199, 199}), "Rectangle").size();
+  size_t drawn = Draw({0, 0, 199, 199}).Calls("Rectangle").size();
   EXPECT_GT(drawn, 0u);
   EXPECT_LT(drawn, 40u);
 }
@@ -196,7 +180,7 @@ TEST_F(PieTest, DrawingIsClippedToTheRectangleAndLeavesTheSurfaceAsItWas) {
 }
 
 TEST_F(PieTest, AnEmptyPieDrawsNothing) {
-  EXPECT_TRUE(Draw({0, 0, 399, 299}).empty());
+  EXPECT_TRUE(Draw({0, 0, 399, 299}).calls.empty());
   EXPECT_EQ(pie.pieDiameter(), 0);
   EXPECT_EQ(pie.labelOverflow(), (Size{-400, -300}));
 }

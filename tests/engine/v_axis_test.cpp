@@ -1,6 +1,7 @@
 #include "engine/v_axis.h"
 
 #include <cmath>
+#include <tuple>
 
 #include "engine/graph_error.h"
 #include "engine_test_support.h"
@@ -9,12 +10,7 @@
 namespace zel {
 namespace {
 
-AxisProps Range(Value min, Value max) {
-  AxisProps props;
-  props.min = min;
-  props.max = max;
-  return props;
-}
+AxisProps Range(Value min, Value max) { return {.min = min, .max = max}; }
 
 int MessageOf(auto&& action) {
   try {
@@ -132,9 +128,9 @@ TEST_F(VAxisTest, AutomaticStepsAndFormats) {
     VAxis axis(false, c.type, nullptr);
     axis.SetProperties(Range(c.min, c.max));
     axis.UpdateSteps(1);
-    EXPECT_EQ(axis.annotationStep(), c.annotation) << Utf8FromText(VariantDisplayText(c.max));
-    EXPECT_EQ(axis.tickStep(), c.tick) << Utf8FromText(VariantDisplayText(c.max));
-    EXPECT_EQ(axis.annotationFormat(), c.format) << Utf8FromText(VariantDisplayText(c.max));
+    EXPECT_EQ(std::tuple(axis.annotationStep(), axis.tickStep(), Utf8FromText(axis.annotationFormat())),
+              std::tuple(c.annotation, c.tick, Utf8FromText(c.format)))
+        << c.type << " up to " << Utf8FromText(VariantDisplayText(c.max));
   }
 }
 

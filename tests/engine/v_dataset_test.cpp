@@ -34,30 +34,26 @@ class VDatasetTest : public EngineTest {
   }
 };
 
-TEST_F(VDatasetTest, DefaultsReadBack) {
+TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
   VDataset d(kPlot, &integerX, &realY, nullptr);
-  DatasetProps p = d.GetProps();
-  EXPECT_EQ(p.title, u"");
-  EXPECT_EQ(p.lineStyle, u"SOLID");
-  EXPECT_EQ(p.markerShape, u"NONE");
-  EXPECT_EQ(p.titleFont, u"Arial,9, Bold, Charset_Default");
-  EXPECT_EQ(p.textFont, u"Arial,7, Charset_Default");
-  EXPECT_EQ(p.lineWidth, 1);
-  EXPECT_EQ(p.lineColor, Color(0x0000C0));
-  EXPECT_EQ(p.fillColor, Color(0));
-  EXPECT_EQ(p.type, u"PLOT");
-  EXPECT_EQ(p.fillTo, u"X_AXES");
-  EXPECT_EQ(p.YaxisID, 0);
+  DatasetProps defaults = d.GetProps();
+  EXPECT_EQ(defaults.title, u"");
+  EXPECT_EQ(defaults.lineStyle, u"SOLID");
+  EXPECT_EQ(defaults.markerShape, u"NONE");
+  EXPECT_EQ(defaults.titleFont, u"Arial,9, Bold, Charset_Default");
+  EXPECT_EQ(defaults.textFont, u"Arial,7, Charset_Default");
+  EXPECT_EQ(defaults.lineWidth, 1);
+  EXPECT_EQ(defaults.lineColor, Color(0x0000C0));
+  EXPECT_EQ(defaults.fillColor, Color(0));
+  EXPECT_EQ(defaults.type, u"PLOT");
+  EXPECT_EQ(defaults.fillTo, u"X_AXES");
+  EXPECT_EQ(defaults.YaxisID, 0);
   EXPECT_EQ(integerX.refCount(), 1);
   EXPECT_EQ(realY.refCount(), 1);
-}
 
-TEST_F(VDatasetTest, PropertiesApplyByTheirOwnRules) {
-  VDataset d(kPlot, &integerX, &realY, nullptr);
   DatasetProps p;
   p.title = Text(300, u'T');
   p.lineStyle = u"DOTTED";
-  p.markerShape = u"BOX";
   p.lineWidth = 3;
   p.realXbarMode = 2;
   p.fillCurveId = 7;
@@ -71,7 +67,6 @@ TEST_F(VDatasetTest, PropertiesApplyByTheirOwnRules) {
   DatasetProps read = d.GetProps();
   EXPECT_EQ(read.title->size(), 254u);
   EXPECT_EQ(read.lineStyle, u"DOTTED");
-  EXPECT_EQ(read.markerShape, u"BOX");
   EXPECT_EQ(read.type, u"AREA");
   EXPECT_EQ(read.fillTo, u"CURVE");
   EXPECT_EQ(read.lineColor, Color(0x123456));
@@ -85,7 +80,6 @@ TEST_F(VDatasetTest, PropertiesApplyByTheirOwnRules) {
   q.realXbarMode = -1;
   q.fillCurveId = -1;
   q.lineStyle = u"WAVY";
-  q.markerShape = u"NONE";
   q.type = u"SCATTER";
   q.fillTo = u"ABOVE";
   q.titleFont = u"";
@@ -97,7 +91,6 @@ TEST_F(VDatasetTest, PropertiesApplyByTheirOwnRules) {
   EXPECT_EQ(read.title->size(), 254u);
   EXPECT_EQ(d.lineStyle(), -1);
   EXPECT_EQ(read.lineStyle, u"SOLID");
-  EXPECT_EQ(read.markerShape, u"NONE");
   EXPECT_EQ(read.type, u"PLOT");
   EXPECT_EQ(read.fillTo, u"X_AXES");
   EXPECT_EQ(read.titleFont, u"Times,10, Underlined, Charset_Default");
@@ -165,7 +158,7 @@ TEST_F(VDatasetTest, BadValuesRaiseTheirAbsolutePositionAndChangeNothing) {
   EXPECT_EQ(Set(d, Column(nan), Column(nan), 1, false), 0);
 }
 
-TEST_F(VDatasetTest, DiscreteAxesNumberPointsAndKeepTheirTextsAsLabels) {
+TEST_F(VDatasetTest, DiscreteAxesNumberPointsAndKeepTheirTextsAsLabelsTillACurveIsCleared) {
   VDataset d(kPlot, &discreteX, &realY, nullptr);
   std::vector<Value> xs = {Text(u"A"), int32_t(7), Text(u"C")};
   std::vector<double> ys = {1, 2, 3};
@@ -189,16 +182,12 @@ TEST_F(VDatasetTest, DiscreteAxesNumberPointsAndKeepTheirTextsAsLabels) {
                                Text(u"K")};
   EXPECT_EQ(Set(d, Column(longer), Column(ys), 1, true), 0);
   EXPECT_EQ(labels[5], Text(u"F"));
-}
 
-TEST_F(VDatasetTest, ClearingDropsTheLabelsOfEveryDatasetOnTheAxis) {
-  VDataset a(kPlot, &discreteX, &realY, nullptr), b(kPlot, &discreteX, &realY, nullptr);
-  std::vector<Value> xs = {Text(u"A"), Text(u"B")};
-  std::vector<double> ys = {1, 2};
-  Set(a, Column(xs), Column(ys), 2, false);
-  b.Clear();
-  EXPECT_TRUE(discreteX.categoryLabels().empty());
-  EXPECT_EQ(a.count(), 2u);
+  // Clearing any dataset on the axis drops the labels of all of them.
+  VDataset other(kPlot, &discreteX, &realY, nullptr);
+  other.Clear();
+  EXPECT_TRUE(labels.empty());
+  EXPECT_EQ(d.count(), 6u);
 }
 
 TEST_F(VDatasetTest, BarsOnDiscreteAxesTakeSlotsInCreationOrder) {
@@ -265,12 +254,6 @@ TEST_F(VDatasetTest, PiesKeepLabelsAsGivenAndSizesAsFloats) {
   EXPECT_EQ(pie.count(), 4u);
   EXPECT_EQ(pie.XAt(0), Value(Text(u"north")));
 }
-
-}  // namespace
-}  // namespace zel
-
-namespace zel {
-namespace {
 
 TEST(DatasetKeywordsTest, DisplayTextsComeFromTheTextTableInTheirOwnOrder) {
   EXPECT_EQ(MarkerShapeDisplayText(kMarkerDot), u"DOT");

@@ -79,7 +79,7 @@ TEST_F(VGraphTest, PiesExcludeEverythingElse) {
             u"A PIE type dataset already present");
   EXPECT_EQ(MessageOf([&] { AddPlot(2); }), u"A PIE type dataset already present");
   graph.AddDataset(2, kPie, 0, 0, nullptr);
-  EXPECT_TRUE(graph.SetPieColorAt(2, 0, 5) == false);
+  EXPECT_FALSE(graph.SetPieColorAt(2, 0, 5));
 
   VGraph axes(&window);
   axes.AddYAxis(1, kAxisReal, nullptr);
@@ -115,8 +115,7 @@ TEST_F(VGraphTest, ReferencedAxesStayUntilTheirUsersGo) {
 }
 
 TEST_F(VGraphTest, BadPropertiesLeaveTheGraphAsItWas) {
-  AxisProps bad;
-  bad.max = Text(u"top");
+  AxisProps bad{.max = Text(u"top")};
   EXPECT_EQ(MessageOf([&] { graph.AddXAxis(1, kAxisReal, &bad); }), u"Wrong MAX value type");
   EXPECT_TRUE(graph.xAxes().empty());
   graph.AddXAxis(1, kAxisReal, nullptr);
@@ -224,9 +223,7 @@ TEST_F(VGraphTest, GridPropsWithANegativeColourClearOnlyTheFirstWord) {
 }
 
 TEST_F(VGraphTest, ValuesReachTheDatasetAndLayoutComputesAxisSteps) {
-  AxisProps range;
-  range.min = 0.0;
-  range.max = 100.0;
+  AxisProps range{.min = 0.0, .max = 100.0};
   graph.AddXAxis(1, kAxisReal, &range);
   graph.AddYAxis(1, kAxisReal, &range);
   AddPlot(1);
