@@ -31,34 +31,41 @@ struct Var {
   VARTYPE type() const { return V_VT(&v); }
   static Var Missing() {
     Var m;
-    V_VT(&m.v) = VT_ERROR;
-    V_ERROR(&m.v) = DISP_E_PARAMNOTFOUND;
+    V_VT(&m.v) = VT_ERROR, V_ERROR(&m.v) = DISP_E_PARAMNOTFOUND;
     return m;
+  }
+  // A null pointer of a pointer type (VT_BSTR, VT_DISPATCH, VT_ARRAY | ...).
+  static Var Null(VARTYPE type) {
+    Var n;
+    V_VT(&n.v) = type, V_BYREF(&n.v) = nullptr;
+    return n;
+  }
+  // A reference to `target`, which must outlive it.
+  static Var Ref(Var& target) {
+    Var r;
+    V_VT(&r.v) = VT_BYREF | VT_VARIANT, V_VARIANTREF(&r.v) = &target.v;
+    return r;
   }
   // An array of VARIANTs, as scripts make them.
   static Var Array(const std::vector<Var>& items, LONG lowerBound = 0) {
-    Var a;
     SAFEARRAYBOUND bound{ULONG(items.size()), lowerBound};
-    SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
+    Var a = Null(VT_ARRAY | VT_VARIANT);
+    V_ARRAY(&a.v) = SafeArrayCreate(VT_VARIANT, 1, &bound);
     for (LONG i = 0; i < LONG(items.size()); ++i) {
       LONG index = lowerBound + i;
-      SafeArrayPutElement(array, &index, const_cast<VARIANT*>(&items[size_t(i)].v));
+      SafeArrayPutElement(V_ARRAY(&a.v), &index, const_cast<VARIANT*>(&items[size_t(i)].v));
     }
-    V_VT(&a.v) = VT_ARRAY | VT_VARIANT;
-    V_ARRAY(&a.v) = array;
     return a;
   }
   // A plain typed array, as compiled hosts make them.
   template <typename T>
   static Var Typed(VARTYPE type, const std::vector<T>& items) {
-    Var a;
-    SAFEARRAY* array = SafeArrayCreateVector(type, 0, ULONG(items.size()));
+    Var a = Null(VARTYPE(VT_ARRAY | type));
+    V_ARRAY(&a.v) = SafeArrayCreateVector(type, 0, ULONG(items.size()));
     void* data = nullptr;
-    SafeArrayAccessData(array, &data);
+    SafeArrayAccessData(V_ARRAY(&a.v), &data);
     if (!items.empty()) memcpy(data, items.data(), items.size() * sizeof(T));
-    SafeArrayUnaccessData(array);
-    V_VT(&a.v) = VARTYPE(VT_ARRAY | type);
-    V_ARRAY(&a.v) = array;
+    SafeArrayUnaccessData(V_ARRAY(&a.v));
     return a;
   }
   // Element i of a one-dimensional array of VARIANTs.
@@ -74,6 +81,13 @@ struct Var {
   }
   std::wstring Text() const { return V_VT(&v) == VT_BSTR && V_BSTR(&v) ? V_BSTR(&v) : L""; }
 };
+
+// Takes ownership of a BSTR and returns it as a string ("" for null).
+inline std::wstring Take(BSTR text) {
+  std::wstring s = text ? text : L"";
+  SysFreeString(text);
+  return s;
+}
 
 // The outcome of a late-bound call.
 struct Outcome {
@@ -110,23 +124,15 @@ class ControlTest : public ::testing::Test {
     std::vector<VARIANT> reversed;
     for (auto it = args.rbegin(); it != args.rend(); ++it) reversed.push_back(it->v);
     DISPID named = DISPID_PROPERTYPUT;
-    DISPPARAMS params{reversed.data(), nullptr, UINT(reversed.size()), 0};
-    if (flags == DISPATCH_PROPERTYPUT) {
-      params.rgdispidNamedArgs = &named;
-      params.cNamedArgs = 1;
-    }
+    bool put = flags == DISPATCH_PROPERTYPUT;
+    DISPPARAMS params{reversed.data(), put ? &named : nullptr, UINT(reversed.size()), put ? 1u : 0u};
     EXCEPINFO exception{};
     UINT argumentError = 0;
-    out.hr = graph->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, &out.result.v,
-                           &exception, &argumentError);
-    if (out.hr == DISP_E_EXCEPTION) {
-      out.description = exception.bstrDescription ? exception.bstrDescription : L"";
-      out.source = exception.bstrSource ? exception.bstrSource : L"";
-      out.scode = exception.scode;
-    }
-    SysFreeString(exception.bstrDescription);
-    SysFreeString(exception.bstrSource);
+    out.hr = graph->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, &out.result.v, &exception,
+                           &argumentError);
+    std::wstring description = Take(exception.bstrDescription), source = Take(exception.bstrSource);
     SysFreeString(exception.bstrHelpFile);
+    if (out.hr == DISP_E_EXCEPTION) out.description = description, out.source = source, out.scode = exception.scode;
     return out;
   }
   Outcome Get(const wchar_t* name) { return Call(name, {}, DISPATCH_PROPERTYGET); }
@@ -136,19 +142,14 @@ class ControlTest : public ::testing::Test {
   std::wstring ErrorDescription(std::wstring* source = nullptr, GUID* guid = nullptr) {
     IErrorInfo* info = nullptr;
     if (GetErrorInfo(0, &info) != S_OK || !info) return L"<none>";
-    BSTR text = nullptr;
+    BSTR text = nullptr, from = nullptr;
     info->GetDescription(&text);
-    std::wstring description = text ? text : L"";
-    SysFreeString(text);
-    if (source) {
-      BSTR s = nullptr;
-      info->GetSource(&s);
-      *source = s ? s : L"";
-      SysFreeString(s);
-    }
+    info->GetSource(&from);
     if (guid) info->GetGUID(guid);
     info->Release();
-    return description;
+    if (source) *source = Take(from);
+    else SysFreeString(from);
+    return Take(text);
   }
 
   IVX_Graph* graph = nullptr;

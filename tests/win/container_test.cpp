@@ -1,15 +1,12 @@
 // The control inside a real container: ATL's AtlAxWin window class (Wine's
 // atl.dll) creates, sites and activates it in place.
-#include <windows.h>
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <gtest/gtest.h>
+#include "com_client.h"
+#include "memory_canvas.h"
 
-#include <string>
-
-#include "zelgraph_idl.h"
-
+namespace zel::testing {
 namespace {
 
 class ContainerTest : public ::testing::Test {
@@ -19,15 +16,15 @@ class ContainerTest : public ::testing::Test {
     HMODULE atl = LoadLibraryW(L"atl.dll");
     auto init = reinterpret_cast<BOOL(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")));
     registered = init && init();
+    getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+        reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxGetControl")));
   }
-  static inline bool registered = false;
   static void TearDownTestSuite() { OleUninitialize(); }
+  static inline bool registered = false;
+  static inline HRESULT(WINAPI* getControl)(HWND, IUnknown**) = nullptr;
 
   void SetUp() override {
-    ASSERT_TRUE(registered) << "AtlAxWinInit failed";
-    getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
-    ASSERT_NE(getControl, nullptr);
+    ASSERT_TRUE(registered && getControl) << "AtlAxWinInit failed";
     parent = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr,
                              nullptr, nullptr, nullptr);
     host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, 400,
@@ -48,7 +45,6 @@ class ContainerTest : public ::testing::Test {
     return result;
   }
 
-  HRESULT(WINAPI* getControl)(HWND, IUnknown**) = nullptr;
   HWND parent = nullptr, host = nullptr;
 };
 
@@ -58,13 +54,11 @@ TEST_F(ContainerTest, IsActivatedInPlaceInAWindowOfItsOwn) {
   HWND window = nullptr;
   ASSERT_EQ(inPlace->GetWindow(&window), S_OK);
   EXPECT_EQ(GetParent(window), host);
-  LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
-  EXPECT_EQ(style & (WS_HSCROLL | WS_VSCROLL), WS_HSCROLL | WS_VSCROLL);
+  EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), WS_HSCROLL | WS_VSCROLL);
 
   // The container moves it; its window follows.
-  RECT place{10, 20, 210, 120};
+  RECT place{10, 20, 210, 120}, moved;
   EXPECT_EQ(inPlace->SetObjectRects(&place, &place), S_OK);
-  RECT moved;
   GetWindowRect(window, &moved);
   EXPECT_EQ(moved.right - moved.left, 200);
   EXPECT_EQ(moved.bottom - moved.top, 100);
@@ -72,14 +66,8 @@ TEST_F(ContainerTest, IsActivatedInPlaceInAWindowOfItsOwn) {
   // Still an automation object in its container.
   IVX_Graph* graph = Control<IVX_Graph>(IID_IVX_Graph);
   ASSERT_NE(graph, nullptr);
-  BSTR real = SysAllocString(L"REAL");
-  VARIANT none, missing;
-  VariantInit(&none);
-  VariantInit(&missing);
-  V_VT(&missing) = VT_ERROR;
-  V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
-  EXPECT_EQ(graph->AddXAxis(1, real, none, 0, missing, missing), S_OK);
-  SysFreeString(real);
+  Var real(L"REAL");
+  EXPECT_EQ(graph->AddXAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v), S_OK);
   UpdateWindow(window);
   graph->Release();
 
@@ -94,9 +82,8 @@ TEST_F(ContainerTest, DescribesItselfToItsContainer) {
   DWORD status = 0;
   EXPECT_EQ(object->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
   EXPECT_EQ(status, 131473u);
-  SIZEL size{2540, 1270};
+  SIZEL size{2540, 1270}, read{};
   EXPECT_EQ(object->SetExtent(DVASPECT_CONTENT, &size), S_OK);
-  SIZEL read{};
   EXPECT_EQ(object->GetExtent(DVASPECT_CONTENT, &read), S_OK);
   EXPECT_EQ(read.cx, 2540);
   CLSID clsid{};
@@ -127,20 +114,13 @@ TEST_F(ContainerTest, DrawsItsBackColourWhenAsked) {
   graph->Release();
   ASSERT_NE(view, nullptr);
 
-  BITMAPINFO info{};
-  info.bmiHeader = {sizeof(BITMAPINFOHEADER), 40, 30, 1, 32, BI_RGB};
-  void* bits = nullptr;
-  HDC dc = CreateCompatibleDC(nullptr);
-  HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  HGDIOBJ old = SelectObject(dc, bitmap);
+  MemoryCanvas canvas(40, 30);
   RECTL bounds{0, 0, 40, 30};
-  EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr,
-                       nullptr, 0), S_OK);
-  EXPECT_EQ(GetPixel(dc, 20, 15), COLORREF(0x00336699));
-  SelectObject(dc, old);
-  DeleteObject(bitmap);
-  DeleteDC(dc);
+  EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc(), &bounds, nullptr, nullptr, 0),
+            S_OK);
+  EXPECT_EQ(canvas.Pixel(20, 15), COLORREF(0x00336699));
   view->Release();
 }
 
 }  // namespace
+}  // namespace zel::testing

@@ -19,7 +19,7 @@ namespace {
 
 class ModuleTest : public ::testing::Test {
  protected:
-  void SetUp() override { module = LoadLibraryW(L"ZELGraph.dll"); }
+  void SetUp() override { ASSERT_NE(module = LoadLibraryW(L"ZELGraph.dll"), nullptr); }
   void TearDown() override {
     if (module) FreeLibrary(module);
   }
@@ -33,9 +33,7 @@ class ModuleTest : public ::testing::Test {
 };
 
 TEST_F(ModuleTest, MakesClassObjectsForTheControlOnly) {
-  ASSERT_NE(module, nullptr);
-  using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-  auto getClassObject = Export<GetClassObject>("DllGetClassObject");
+  auto getClassObject = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
   auto canUnloadNow = Export<HRESULT(WINAPI*)()>("DllCanUnloadNow");
   ASSERT_TRUE(getClassObject && canUnloadNow);
   void* object = reinterpret_cast<void*>(1);
@@ -53,70 +51,63 @@ TEST_F(ModuleTest, MakesClassObjectsForTheControlOnly) {
   EXPECT_EQ(canUnloadNow(), S_OK);
 }
 
-// The keys registration writes, under a classes root.
-std::vector<std::wstring> RegisteredKeys() {
-  return {L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}",
-          L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}\\Control",
-          L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}\\Insertable",
-          L"ZELGraph.VX_Graph.1",
-          L"ZELGraph.VX_Graph\\CurVer",
-          L"ZELGraph.VX_GraphPropPage.1",
-          L"ZELGraph.AxesPropPage.1",
-          L"ZELGraph.DSetPropPage.1",
-          L"CLSID\\{A56B1B74-A62C-4C11-ADA4-D105A774D9B1}\\InprocServer32",
-          L"TypeLib\\{C6AB4A99-D435-4BCC-BABE-1FA152632B6F}\\1.0",
-          L"Interface\\{D8A2B09B-4A79-4F10-886C-BB0DA8FADF3F}"};
-}
+const std::wstring kClsid = L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}";
 
-std::wstring ReadValue(HKEY root, const std::wstring& path, const wchar_t* name = nullptr) {
+// The keys registration writes, under a classes root.
+const std::vector<std::wstring> kRegisteredKeys = {
+    kClsid, kClsid + L"\\Control", kClsid + L"\\Insertable", L"ZELGraph.VX_Graph.1", L"ZELGraph.VX_Graph\\CurVer",
+    L"ZELGraph.VX_GraphPropPage.1", L"ZELGraph.AxesPropPage.1", L"ZELGraph.DSetPropPage.1",
+    L"CLSID\\{A56B1B74-A62C-4C11-ADA4-D105A774D9B1}\\InprocServer32",
+    L"TypeLib\\{C6AB4A99-D435-4BCC-BABE-1FA152632B6F}\\1.0", L"Interface\\{D8A2B09B-4A79-4F10-886C-BB0DA8FADF3F}"};
+
+std::wstring ReadValue(const std::wstring& path, const wchar_t* name = nullptr) {
   wchar_t text[512] = {};
   DWORD size = sizeof text;
-  if (RegGetValueW(root, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
+  if (RegGetValueW(HKEY_CLASSES_ROOT, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
     return L"<missing>";
   return text;
 }
 
-bool KeyExists(HKEY root, const std::wstring& path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
-  RegCloseKey(key);
-  return true;
+// Those of `keys` that exist under `root`, each key name prefixed by `prefix`.
+std::vector<std::wstring> Present(HKEY root, const std::vector<std::wstring>& keys, const std::wstring& prefix = L"") {
+  std::vector<std::wstring> present;
+  for (const std::wstring& name : keys) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root, (prefix + name).c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) continue;
+    RegCloseKey(key);
+    present.push_back(name);
+  }
+  return present;
 }
 
 TEST_F(ModuleTest, RegistersAndUnregistersExactlyItsKeys) {
-  ASSERT_NE(module, nullptr);
   auto registerServer = Export<HRESULT(WINAPI*)()>("DllRegisterServer");
   auto unregisterServer = Export<HRESULT(WINAPI*)()>("DllUnregisterServer");
   auto install = Export<HRESULT(WINAPI*)(BOOL, LPCWSTR)>("DllInstall");
   ASSERT_TRUE(registerServer && unregisterServer && install);
 
   ASSERT_EQ(registerServer(), S_OK);
-  for (const std::wstring& key : RegisteredKeys())
-    EXPECT_TRUE(KeyExists(HKEY_CLASSES_ROOT, key)) << Utf8FromText(reinterpret_cast<const char16_t*>(key.c_str()));
-  std::wstring clsid = L"CLSID\\{303C0D04-D388-41B9-B933-E68A7BECF074}";
-  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
-  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\MiscStatus\\1"), L"131473");
-  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\VersionIndependentProgID"), L"ZELGraph.VX_Graph");
-  EXPECT_NE(ReadValue(HKEY_CLASSES_ROOT, clsid + L"\\ToolboxBitmap32").find(L", 101"), std::wstring::npos);
-  EXPECT_EQ(ReadValue(HKEY_CLASSES_ROOT, L"ZELGraph.VX_Graph\\CurVer"), L"ZELGraph.VX_Graph.1");
-
+  EXPECT_EQ(Present(HKEY_CLASSES_ROOT, kRegisteredKeys), kRegisteredKeys);
+  EXPECT_EQ(ReadValue(kClsid + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+  EXPECT_EQ(ReadValue(kClsid + L"\\MiscStatus\\1"), L"131473");
+  EXPECT_EQ(ReadValue(kClsid + L"\\VersionIndependentProgID"), L"ZELGraph.VX_Graph");
+  EXPECT_NE(ReadValue(kClsid + L"\\ToolboxBitmap32").find(L", 101"), std::wstring::npos);
+  EXPECT_EQ(ReadValue(L"ZELGraph.VX_Graph\\CurVer"), L"ZELGraph.VX_Graph.1");
   ASSERT_EQ(unregisterServer(), S_OK);
-  for (const std::wstring& key : RegisteredKeys())
-    EXPECT_FALSE(KeyExists(HKEY_CLASSES_ROOT, key)) << Utf8FromText(reinterpret_cast<const char16_t*>(key.c_str()));
+  EXPECT_TRUE(Present(HKEY_CLASSES_ROOT, kRegisteredKeys).empty());
 
   // Per user, under the user's own classes.
+  const std::wstring userClasses = L"Software\\Classes\\";
+  const std::vector<std::wstring> classAndProgId = {kClsid, L"ZELGraph.VX_Graph.1"};
   ASSERT_EQ(install(TRUE, L"user"), S_OK);
-  EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\ZELGraph.VX_Graph.1"));
-  EXPECT_TRUE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\" + clsid));
+  EXPECT_EQ(Present(HKEY_CURRENT_USER, classAndProgId, userClasses), classAndProgId);
   ASSERT_EQ(install(FALSE, L"user"), S_OK);
-  for (const std::wstring& key : RegisteredKeys())
-    EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, L"Software\\Classes\\" + key));
+  EXPECT_TRUE(Present(HKEY_CURRENT_USER, kRegisteredKeys, userClasses).empty());
 
   ASSERT_EQ(registerServer(), S_OK);  // as the other tests expect to find it
 }
 
 TEST_F(ModuleTest, StringTableHoldsTheBuiltInTexts) {
-  ASSERT_NE(module, nullptr);
   int found = 0;
   for (int id = kFirstTextId; id <= kLastTextId; ++id) {
     wchar_t buffer[256];
