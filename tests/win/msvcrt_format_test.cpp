@@ -65,11 +65,10 @@ std::vector<double> SampleDoubles() {
 
 TEST_F(MsvcrtFormatTest, FloatingPointConversionsAgree) {
   ASSERT_NE(snwprintf, nullptr);
-  const char16_t* formats[] = {
-      u"%f",    u"%.0f",   u"%.1f",  u"%.2f",   u"%.3f",   u"%0.2f",   u"%2.3f",  u"%3.1f",
-      u"%lf",   u"%1.3e",  u"%e",    u"%E",     u"%.0e",   u"%.2e",    u"%g",     u"%.3g",
-      u"%.10g", u"%#g",    u"%G",    u"%10.2f", u"%-10.2f", u"%08.2f", u"%+f",    u"% e",
-      u"%#.0f", u"%-12f",  u"%010f", u"%.5f",   u"%#.3g",  u"%.0g",    u"[%12.4e]"};
+  const char16_t* formats[] = {u"%f", u"%.0f", u"%.1f", u"%.2f", u"%.3f", u"%0.2f", u"%2.3f", u"%3.1f", u"%lf",
+                               u"%1.3e", u"%e", u"%E", u"%.0e", u"%.2e", u"%g", u"%.3g", u"%.10g", u"%#g", u"%G",
+                               u"%10.2f", u"%-10.2f", u"%08.2f", u"%+f", u"% e", u"%#.0f", u"%-12f", u"%010f",
+                               u"%.5f", u"%#.3g", u"%.0g", u"[%12.4e]"};
   int compared = 0;
   for (double value : SampleDoubles()) {
     for (const char16_t* format : formats) {
@@ -83,10 +82,9 @@ TEST_F(MsvcrtFormatTest, FloatingPointConversionsAgree) {
 
 TEST_F(MsvcrtFormatTest, IntegerAndTextConversionsAgree) {
   ASSERT_NE(snwprintf, nullptr);
-  const char16_t* integerFormats[] = {u"%d",   u"%5d",  u"%-5d|", u"%05d", u"%+d",  u"% d",
-                                      u"%x",   u"%#X",  u"%o",    u"%#o",  u"%u",   u"%hd",
-                                      u"%.0d", u"%.3d", u"%#08x", u"%ld",  u"%i",   u"%-+6d|",
-                                      u"%y",   u"%",    u"100%%", u"%5%",  u"%c"};
+  const char16_t* integerFormats[] = {u"%d", u"%5d", u"%-5d|", u"%05d", u"%+d", u"% d", u"%x", u"%#X", u"%o", u"%#o",
+                                      u"%u", u"%hd", u"%.0d", u"%.3d", u"%#08x", u"%ld", u"%i", u"%-+6d|", u"%y",
+                                      u"%", u"100%%", u"%5%", u"%c"};
   std::mt19937 random(3);
   std::vector<int32_t> values = {0, 1, -1, 7, 255, 65537, 2147483647, -2147483647 - 1, 65};
   for (int i = 0; i < 2000; ++i) values.push_back(int32_t(random()));
@@ -104,13 +102,10 @@ TEST_F(MsvcrtFormatTest, IntegerAndTextConversionsAgree) {
 
 TEST_F(MsvcrtFormatTest, TimeFormatsAgreeOverManyDates) {
   ASSERT_NE(wcsftime, nullptr);
-  const char16_t* formats[] = {
-      u"%d-%m-%Y",        u"%d.%m.%y\n%H:%M", u"%H:%M\n%d-%m",   u"%H:%M:%S\n%d.%m",
-      u"%H:%M:%S\n%%dms", u"%Y-%m-%d",        u"%#d",            u"%b",
-      u"%H:%M",           u"%B %#d, %Y",      u"%I:%M:%S %p",    u"%#I%p",
-      u"%#m/%#d/%#y",     u"%y",              u"%%",             u"at %H\u00e9h",
-      u"%H%%M",           u"%Q",              u"%H%",            u"%#Y|%#H|%#M|%#S",
-      u""};
+  const char16_t* formats[] = {u"%d-%m-%Y", u"%d.%m.%y\n%H:%M", u"%H:%M\n%d-%m", u"%H:%M:%S\n%d.%m",
+                               u"%H:%M:%S\n%%dms", u"%Y-%m-%d", u"%#d", u"%b", u"%H:%M", u"%B %#d, %Y",
+                               u"%I:%M:%S %p", u"%#I%p", u"%#m/%#d/%#y", u"%y", u"%%", u"at %H\u00e9h", u"%H%%M",
+                               u"%Q", u"%H%", u"%#Y|%#H|%#M|%#S", u""};
   std::mt19937_64 random(5);
   std::uniform_real_distribution<double> dates(kFirstDate, kLastDate + 1.0);
   int compared = 0;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <random>
 #include <vector>
 
@@ -27,10 +28,7 @@ std::vector<double> EdgeDates() {
   // midnight and of each rounding boundary of the last second.
   for (int year = 1895; year <= 2105; ++year) {
     for (int month = 1; month <= 12; ++month) {
-      SYSTEMTIME first{};
-      first.wYear = WORD(month == 12 ? year + 1 : year);
-      first.wMonth = WORD(month == 12 ? 1 : month + 1);
-      first.wDay = 1;
+      SYSTEMTIME first{WORD(month == 12 ? year + 1 : year), WORD(month % 12 + 1), 0, 1};
       double next = 0;
       if (!SystemTimeToVariantTime(&first, &next)) continue;
       for (double offset : {0.0, 0.4, 0.49, 0.5, 0.51, 0.6, 0.999, 1.0, 1.5, 86399.5})
@@ -52,6 +50,14 @@ bool IsWineNovemberDefect(const SYSTEMTIME& platform) {
          platform.wMinute == 0 && platform.wSecond == 0;
 }
 
+// Every field, the weekday included, as one line to compare.
+std::string Show(const SystemTime& t) {
+  char text[80];
+  snprintf(text, sizeof text, "%04d-%02d-%02d (%d) %02d:%02d:%02d.%03d", t.wYear, t.wMonth, t.wDay, t.wDayOfWeek,
+           t.wHour, t.wMinute, t.wSecond, t.wMilliseconds);
+  return text;
+}
+
 void ExpectSameAsPlatform(double date, int& compared) {
   SYSTEMTIME platform{};
   SystemTime ours;
@@ -61,14 +67,7 @@ void ExpectSameAsPlatform(double date, int& compared) {
   if (!oursOk) return;
   SystemTime expected = FromSystemTime(platform);
   if (!(ours == expected) && IsWineNovemberDefect(platform) && ours.wMonth == 12) return;
-  ASSERT_EQ(ours.wYear, expected.wYear) << "date " << date;
-  ASSERT_EQ(ours.wMonth, expected.wMonth) << "date " << date;
-  ASSERT_EQ(ours.wDay, expected.wDay) << "date " << date;
-  ASSERT_EQ(ours.wDayOfWeek, expected.wDayOfWeek) << "date " << date;
-  ASSERT_EQ(ours.wHour, expected.wHour) << "date " << date;
-  ASSERT_EQ(ours.wMinute, expected.wMinute) << "date " << date;
-  ASSERT_EQ(ours.wSecond, expected.wSecond) << "date " << date;
-  ASSERT_EQ(ours.wMilliseconds, expected.wMilliseconds) << "date " << date;
+  ASSERT_EQ(Show(ours), Show(expected)) << "date " << date;
   ++compared;
 }
 
@@ -97,13 +96,8 @@ TEST(Oleaut32DateTest, SystemTimeToDateAgreesIncludingRolledFields) {
       minute(0, 62), second(0, 62);
   int compared = 0;
   for (int i = 0; i < 300000; ++i) {
-    SYSTEMTIME t{};
-    t.wYear = WORD(i % 10 == 0 ? year(random) % 120 : year(random));
-    t.wMonth = WORD(month(random));
-    t.wDay = WORD(day(random));
-    t.wHour = WORD(hour(random));
-    t.wMinute = WORD(minute(random));
-    t.wSecond = WORD(second(random));
+    SYSTEMTIME t{WORD(i % 10 == 0 ? year(random) % 120 : year(random)), WORD(month(random)), 0, WORD(day(random)),
+                 WORD(hour(random)), WORD(minute(random)), WORD(second(random))};
     // Wine's November defect again: a day past November's end, reached
     // directly or through the time fields.
     int carriedDay = t.wDay + (t.wHour + (t.wMinute + t.wSecond / 60) / 60) / 24;
@@ -124,18 +118,11 @@ TEST(Oleaut32DateTest, SystemTimeToDateAgreesIncludingRolledFields) {
 TEST(Oleaut32DateTest, WineRollsNovemberOverflowIntoJanuary) {
   // Documents the one known difference: November 31 is December 1 here and
   // in Windows, but January 1 of the next year in Wine.
-  SYSTEMTIME november31{};
-  november31.wYear = 2023;
-  november31.wMonth = 11;
-  november31.wDay = 31;
-  double ours = 0, december1 = 0;
+  SYSTEMTIME november31{2023, 11, 0, 31}, december1{2023, 12, 0, 1};
+  double ours = 0, platform = 0;
   ASSERT_TRUE(SystemTimeToDate(FromSystemTime(november31), ours));
-  SYSTEMTIME first{};
-  first.wYear = 2023;
-  first.wMonth = 12;
-  first.wDay = 1;
-  ASSERT_TRUE(SystemTimeToVariantTime(&first, &december1));
-  EXPECT_EQ(ours, december1);
+  ASSERT_TRUE(SystemTimeToVariantTime(&december1, &platform));
+  EXPECT_EQ(ours, platform);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 
-class PiePixels : public ::testing::Test {
+class PieAndLegendPixels : public ::testing::Test {
  protected:
   void SetUp() override {
     ResetProcessState();
@@ -53,7 +53,7 @@ class PiePixels : public ::testing::Test {
   VPieDataset pie{nullptr};
 };
 
-TEST_F(PiePixels, SlicesOfOneOneTwoFillTheirQuartersAndTheirHalf) {
+TEST_F(PieAndLegendPixels, SlicesOfOneOneTwoFillTheirQuartersAndHalfAndTheirSwatches) {
   MemoryCanvas canvas(320, 260);
   Fill({1, 1, 2});
   Draw(canvas, {0, 0, 319, 259});
@@ -69,12 +69,8 @@ TEST_F(PiePixels, SlicesOfOneOneTwoFillTheirQuartersAndTheirHalf) {
   EXPECT_EQ(canvas.Pixel(cx, cy - inner), RGB(0, 0, 0));
   EXPECT_EQ(canvas.Pixel(cx, cy - inner - 2), kWhite);
   EXPECT_EQ(canvas.Pixel(cx + inner + 2, cy + q), kWhite);
-}
 
-TEST_F(PiePixels, LabelSwatchesShowTheSliceColours) {
-  MemoryCanvas canvas(320, 260);
-  Fill({1, 1, 2});
-  Draw(canvas, {0, 0, 319, 259});
+  // The label swatches show the slice colours.
   GdiSurface measuring(canvas.dc());
   measuring.SelectFont(pie.textFont());
   int32_t row = std::max(measuring.TextExtent(u"0").cy, 12);
@@ -86,7 +82,7 @@ TEST_F(PiePixels, LabelSwatchesShowTheSliceColours) {
   }
 }
 
-TEST_F(PiePixels, DrawingStaysInsideTheRectangleAndTheClipping) {
+TEST_F(PieAndLegendPixels, DrawingStaysInsideTheRectangleAndTheClipping) {
   Fill({3, 1, 1, 2, 5});
   // The rectangle is in logical pixels; the window origin moves it to
   // (50, 20) on the device.
@@ -102,14 +98,9 @@ TEST_F(PiePixels, DrawingStaysInsideTheRectangleAndTheClipping) {
   EXPECT_NE(clipped.Pixel(100, 120), kWhite);
 }
 
-TEST(LegendPixels, TheSeparatorInvertsWhatItCrosses) {
-  ResetProcessState();
-  InstallWindowsPlatformHooks();
+TEST_F(PieAndLegendPixels, TheLegendSeparatorInvertsWhatItCrosses) {
   MemoryCanvas canvas(200, 100);
-  {
-    GdiSurface surface(canvas.dc());
-    surface.FillRect({0, 0, 200, 50}, RGB(0, 0, 0));
-  }
+  GdiSurface(canvas.dc()).FillRect({0, 0, 200, 50}, RGB(0, 0, 0));
   IdMap<VDataset> datasets;
   DatasetProps props;
   props.title = Text(u"flow");
