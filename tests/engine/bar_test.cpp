@@ -151,19 +151,6 @@ TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
   EXPECT_EQ(every.calls.size(), 1000u);
 }
 
-TEST_F(BarTest, BarsStandOnTheMinimumOfTheYAxisTheirPositionNames) {
-  // Every axis maps its own minimum to its first pixel, so bars stand on the
-  // bottom of the data area, whichever position YaxisID names, and also when
-  // the graph has no axis there.
-  BarFrame frame{{100, 100}, 1, -1, {&y_}};
-  for (int16_t position : {0, 1, 2, 4, 5, -3}) {
-    DatasetProps props;
-    props.YaxisID = position;
-    VDataset bar(kBar, &x_, &y_, &props);
-    EXPECT_EQ(BarBase(bar, frame), 100) << position;
-  }
-}
-
 TEST_F(BarTest, RectanglesAreNormalisedAndHeldNearTheDataArea) {
   RecordingSurface s;
   FillBar(s, {100, 100}, 30, 10, 50, 20, 0xABCDEF);

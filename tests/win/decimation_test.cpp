@@ -134,32 +134,5 @@ TEST(Decimation, MarkersCarryTheirStatusColours) {
   EXPECT_EQ(canvas.Pixel(int(xs[4] * 2), 50), kLine);  // the line runs through the unmarked point
 }
 
-TEST(Decimation, MarkersOfAReducedCurveKeepTheirColours) {
-  ResetProcessState();
-  AxisProps range = Range(0, 100);
-  VAxis xAxis(false, kAxisReal, &range), yAxis(true, kAxisReal, &range);
-  DatasetProps props;
-  props.lineColor = kLine;
-  props.markerShape = u"DOT";
-  VDataset curve(kPlot, &xAxis, &yAxis, &props);
-  // Twenty columns of 500 points each, all of status 2.
-  std::vector<double> xs, ys;
-  for (int i = 0; i < 10000; ++i) {
-    xs.push_back(5 + (i / 500) * 4.5 + (i % 500) * 1e-4);
-    ys.push_back(30 + (i % 7) * 5);
-  }
-  std::vector<int32_t> status(xs.size(), 2);
-  curve.SetValues(xs.size(), ValueColumn(std::span<const double>(xs)), ValueColumn(std::span<const double>(ys)),
-                  status, false);
-  MemoryCanvas canvas(200, 100);
-  {
-    GdiSurface surface(canvas.dc());
-    DrawPlot(surface, curve, {200, 100}, LookOf(curve, kPlot, {0, RGB(0, 150, 0), 0, 0}, 1, false));
-  }
-  int marked = 0;
-  for (int column = 0; column < 20; ++column) marked += canvas.Pixel(int((5 + column * 4.5) * 2) - 2, 45) == RGB(0, 150, 0);
-  EXPECT_EQ(marked, 20);
-}
-
 }  // namespace
 }  // namespace zel::testing
