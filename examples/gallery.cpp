@@ -361,23 +361,38 @@ void AreaFills(IVX_Graph* g) {
   g->put_LegendPosition(top);
 }
 
-// Bars and stacked bars over the categories of a DISCRETE axis.
-void Bars(IVX_Graph* g) {
+// Counts per production line: the categories of a DISCRETE axis.
+void Categories(IVX_Graph* g, double max) {
   AddAxis(g, false, 1, L"DISCRETE");
   AddAxis(g, true, 1, L"INTEGER");
   SetRange(g, false, 1, 0, 4, L"Line", VT_I4);
-  SetRange(g, true, 1, 0, 20, L"Count", VT_I4);
-  AddCurve(g, 1, L"BAR", 1, 1, {L"Good", RGB(0, 150, 0)});
-  AddCurve(g, 2, L"BAR", 1, 1, {L"Rejected", RGB(200, 0, 0)});
-  AddCurve(g, 3, L"STACKED BAR", 1, 1, {L"Planned", RGB(90, 90, 200)});
-  AddCurve(g, 4, L"STACKED BAR", 1, 1, {L"Extra", RGB(160, 160, 240)});
-  const std::vector<const wchar_t*> lines = {L"Press", L"Mill", L"Lathe", L"Paint"};
-  SetCategoryValues(g, 1, lines, {12, 15, 9, 14});
-  SetCategoryValues(g, 2, lines, {2, 1, 4, 3});
-  SetCategoryValues(g, 3, lines, {8, 10, 7, 9});
-  SetCategoryValues(g, 4, lines, {3, 4, 2, 6});
+  SetRange(g, true, 1, 0, max, L"Count", VT_I4);
   Grid(g, RGB(210, 210, 210), 0, 1, 1);
   g->put_LegendEnabled(1);
+}
+
+const std::vector<const wchar_t*> kLines = {L"Press", L"Mill", L"Lathe", L"Paint"};
+
+// Bars side by side in each category.
+void Bars(IVX_Graph* g) {
+  Categories(g, 20);
+  AddCurve(g, 1, L"BAR", 1, 1, {L"Good", RGB(0, 150, 0)});
+  AddCurve(g, 2, L"BAR", 1, 1, {L"Rejected", RGB(200, 0, 0)});
+  AddCurve(g, 3, L"BAR", 1, 1, {L"Reworked", RGB(230, 160, 0)});
+  SetCategoryValues(g, 1, kLines, {12, 15, 9, 14});
+  SetCategoryValues(g, 2, kLines, {2, 1, 4, 3});
+  SetCategoryValues(g, 3, kLines, {5, 3, 6, 2});
+}
+
+// Bars stacked on each other in each category.
+void StackedBars(IVX_Graph* g) {
+  Categories(g, 25);
+  AddCurve(g, 1, L"STACKED BAR", 1, 1, {L"Early shift", RGB(60, 60, 170)});
+  AddCurve(g, 2, L"STACKED BAR", 1, 1, {L"Late shift", RGB(110, 110, 220)});
+  AddCurve(g, 3, L"STACKED BAR", 1, 1, {L"Night shift", RGB(170, 170, 245)});
+  SetCategoryValues(g, 1, kLines, {8, 10, 7, 9});
+  SetCategoryValues(g, 2, kLines, {6, 7, 5, 8});
+  SetCategoryValues(g, 3, kLines, {3, 4, 2, 6});
 }
 
 // A pie of six slices, labelled with texts.
@@ -470,7 +485,8 @@ int wmain(int argc, wchar_t** argv) {
   };
   const Picture pictures[] = {{L"time_trend", TimeTrend}, {L"status_markers", StatusMarkers},
                               {L"area_fills", AreaFills},  {L"bars", Bars},
-                              {L"pie", Pie},               {L"zoomed", Zoomed}};
+                              {L"stacked_bars", StackedBars}, {L"pie", Pie},
+                              {L"zoomed", Zoomed}};
   int failures = 0;
   for (const Picture& picture : pictures) {
     HostedGraph hosted;
