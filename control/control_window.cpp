@@ -57,6 +57,25 @@ void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
   SetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info, TRUE);
 }
 
+void ControlWindow::InvalidateArea(const Rect& area, bool erase) {
+  RECT r{area.left, area.top, area.right, area.bottom};
+  InvalidateRect(window_, &r, erase);
+}
+
+void ControlWindow::SetScrollPosition(bool vertical, int position) {
+  SetScrollPos(window_, vertical ? SB_VERT : SB_HORZ, position, TRUE);
+}
+
+void ControlWindow::ScrollArea(const Rect& area, int dx, int dy) {
+  RECT r{area.left, area.top, area.right, area.bottom};
+  ScrollWindowEx(window_, dx, dy, &r, &r, nullptr, nullptr, SW_INVALIDATE);
+}
+
+void ControlWindow::CaptureMouse(bool capture) {
+  if (capture) SetCapture(window_);
+  else if (GetCapture() == window_) ReleaseCapture();
+}
+
 std::unique_ptr<Surface> ControlWindow::MeasuringSurface() {
   HDC dc = Exists() ? GetDC(window_) : nullptr;
   return dc ? std::make_unique<GdiSurface>(dc, window_) : nullptr;

@@ -22,6 +22,10 @@ class ControlWindow : public HostWindow {
   ClientRect ClientRectangle() const override;
   void Invalidate(bool erase) override;
   void SetScrollBar(bool vertical, const ScrollBarState& state) override;
+  void InvalidateArea(const Rect& area, bool erase) override;
+  void SetScrollPosition(bool vertical, int position) override;
+  void ScrollArea(const Rect& area, int dx, int dy) override;
+  void CaptureMouse(bool capture) override;
   std::unique_ptr<Surface> MeasuringSurface() override;
 
  private:

@@ -71,7 +71,7 @@ void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
   surface.Restore();
   if (legend_ && !pie) DrawLegend(surface, bounds);
   if (surface.Technology() != kRasterPrinter && !pie && !hairlines_.empty()) DrawHairlines(surface, bounds);
-  if (band_.left != 0 || band_.right != 0 || band_.top != 0 || band_.bottom != 0) DrawBand(surface, bounds);
+  if (!band_.empty()) DrawBand(surface, bounds);
 }
 
 Rect VGraph::PlotInPass() const {
@@ -210,9 +210,9 @@ void VGraph::DrawBand(Surface& surface, const Rect& bounds) {
   surface.SelectPen({kPenDot, 1, kWhite, false});
   surface.SetBackgroundColor(kBlack);
   surface.SetRasterOp(RasterOp::kXor);
-  Point corners[] = {{x(band_.left), y(band_.bottom)}, {x(band_.right), y(band_.bottom)},
-                     {x(band_.right), y(band_.top)}, {x(band_.left), y(band_.top)},
-                     {x(band_.left), y(band_.bottom)}};
+  const RubberBand& b = band_;
+  Point corners[] = {{x(b.bandX0), y(b.bandY0)}, {x(b.bandX1), y(b.bandY0)}, {x(b.bandX1), y(b.bandY1)},
+                     {x(b.bandX0), y(b.bandY1)}, {x(b.bandX0), y(b.bandY0)}};
   surface.Polyline(corners);
   surface.SetRasterOp(RasterOp::kCopy);
   surface.Restore();

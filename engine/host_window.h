@@ -25,6 +25,15 @@ class HostWindow {
   // The whole client area, erased first when `erase`.
   virtual void Invalidate(bool erase) = 0;
   virtual void SetScrollBar(bool vertical, const ScrollBarState& state) = 0;
+  // What interaction asks of a window; a window without input ignores it.
+  // Part of the client area (client pixels, right and bottom exclusive).
+  virtual void InvalidateArea(const Rect&, bool /*erase*/) {}
+  // Moves the bar's thumb only (SetScrollPos).
+  virtual void SetScrollPosition(bool /*vertical*/, int /*position*/) {}
+  // Shifts what `area` shows by (dx, dy) pixels (ScrollWindowEx).
+  virtual void ScrollArea(const Rect&, int /*dx*/, int /*dy*/) {}
+  // Takes (true) or releases (false) the mouse capture.
+  virtual void CaptureMouse(bool /*capture*/) {}
   // A surface over the window's device context, for measuring text.
   virtual std::unique_ptr<Surface> MeasuringSurface() = 0;
 };

@@ -35,6 +35,13 @@ struct Box {
   T left, top, right, bottom;
 };
 
+// The rubber band: start (x0, y0) and current (x1, y1) corner as fractions of
+// the data area, from its left and bottom edges. Empty when all are zero.
+struct RubberBand {
+  float bandX0 = 0, bandX1 = 0, bandY0 = 0, bandY1 = 0;
+  bool empty() const { return bandX0 == 0 && bandX1 == 0 && bandY0 == 0 && bandY1 == 0; }
+};
+
 class VGraph {
  public:
   explicit VGraph(HostWindow* window = nullptr);
@@ -138,9 +145,10 @@ class VGraph {
   // The curve drawn highlighted, if any.
   std::optional<int32_t>& highlightedCurve() { return highlightedCurve_; }
   const std::optional<int32_t>& highlightedCurve() const { return highlightedCurve_; }
-  // The rubber band as fractions of the data area (left, top, right,
-  // bottom as the operator dragged them); all zero when there is none.
-  Box<float>& band() { return band_; }
+  // The rubber band the operator dragged; the drawing pass draws it unless empty.
+  RubberBand& band() { return band_; }
+  // XORs the band's dotted frame onto a surface whose client area is `bounds`.
+  void DrawBand(Surface& surface, const Rect& bounds);
   // While printing, pixel constants and fonts are scaled by the printer's
   // resolution over the screen's.
   bool printing() const { return printing_; }
@@ -165,6 +173,13 @@ class VGraph {
   // The visible plot and the whole (unzoomed) data area, in graph pixels.
   const Box<int32_t>& plotFrame() const { return plotFrame_; }
   const Box<int32_t>& dataArea() const { return dataArea_; }
+  // Moves the data area (scrolling) without changing its size.
+  void MoveDataArea(int32_t left, int32_t bottom) {
+    dataArea_.right += left - dataArea_.left;
+    dataArea_.top += bottom - dataArea_.bottom;
+    dataArea_.left = left;
+    dataArea_.bottom = bottom;
+  }
 
  private:
   void AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertical, int32_t id,
@@ -192,7 +207,6 @@ class VGraph {
   void DrawFreeAxes(Surface& surface);
   void DrawLegend(Surface& surface, const Rect& bounds);
   void DrawHairlines(Surface& surface, const Rect& bounds);
-  void DrawBand(Surface& surface, const Rect& bounds);
   void Repaint();
   bool HasWindow() const { return window_ && window_->Exists(); }
 
@@ -202,7 +216,7 @@ class VGraph {
   std::unique_ptr<VLegend> legend_;
   int32_t barWidth_ = -1;
   std::optional<int32_t> highlightedCurve_;
-  Box<float> band_{0, 0, 0, 0};
+  RubberBand band_;
   bool printing_ = false;
   double printScale_ = 1.0;
   int32_t gridColor_ = 0;

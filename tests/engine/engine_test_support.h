@@ -3,6 +3,7 @@
 // every test.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <vector>
 
 #include "engine/host_window.h"
@@ -18,17 +19,31 @@ class FakeWindow : public HostWindow {
   bool exists = true;
   ClientRect client{0, 0, 400, 300};
   int invalidations = 0;
+  // Interaction repaints without erase; engine changes never do.
+  bool allowPlainInvalidate = false;
   std::vector<ScrollBarState> horizontal, vertical;
+  std::vector<Rect> invalidatedAreas;
+  std::vector<int> horizontalPositions, verticalPositions;
+  std::vector<std::array<int, 2>> scrolls;
+  bool captured = false;
 
   bool Exists() const override { return exists; }
   ClientRect ClientRectangle() const override { return client; }
   void Invalidate(bool erase) override {
-    EXPECT_TRUE(erase);
+    if (!allowPlainInvalidate) {
+      EXPECT_TRUE(erase);
+    }
     ++invalidations;
   }
   void SetScrollBar(bool isVertical, const ScrollBarState& state) override {
     (isVertical ? vertical : horizontal).push_back(state);
   }
+  void InvalidateArea(const Rect& area, bool) override { invalidatedAreas.push_back(area); }
+  void SetScrollPosition(bool isVertical, int position) override {
+    (isVertical ? verticalPositions : horizontalPositions).push_back(position);
+  }
+  void ScrollArea(const Rect&, int dx, int dy) override { scrolls.push_back({dx, dy}); }
+  void CaptureMouse(bool capture) override { captured = capture; }
   std::unique_ptr<Surface> MeasuringSurface() override { return std::make_unique<RecordingSurface>(); }
 };
 

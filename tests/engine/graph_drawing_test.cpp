@@ -257,7 +257,7 @@ TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
 
 TEST_F(GraphDrawingTest, TheBandIsADottedXorFrame) {
   AddAxes(nullptr);
-  graph.band() = {0.25f, 0.75f, 0.75f, 0.25f};
+  graph.band() = {0.25f, 0.75f, 0.25f, 0.75f};
   Draw();
   size_t xor_ = Index("Xor");
   ASSERT_LT(xor_, s.calls.size());

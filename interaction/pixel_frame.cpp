@@ -1,0 +1,38 @@
+#include "interaction/pixel_frame.h"
+
+namespace zel {
+
+FramePoint ToFrame(VGraph& graph, const ClientRect& client, Point mouse) {
+  return {mouse.x - graph.margins().left, (client.bottom - graph.margins().bottom) - client.top - mouse.y};
+}
+
+// A data area of no size (a window of no size) gives fraction 0.
+float FractionX(const Box<int32_t>& data, int32_t x) {
+  int32_t width = data.right - data.left + 1;
+  return width > 0 ? float(x - data.left) / float(width) : 0.0f;
+}
+
+float FractionY(const Box<int32_t>& data, int32_t y) {
+  int32_t height = data.top - data.bottom + 1;
+  return height > 0 ? float(y - data.bottom) / float(height) : 0.0f;
+}
+
+bool InsideFrame(const Box<int32_t>& frame, FramePoint p) {
+  return p.x >= frame.left && p.x <= frame.right && p.y >= frame.bottom && p.y <= frame.top;
+}
+
+int32_t BorderSide(int32_t legendPosition) {
+  return legendPosition >= 1 && legendPosition <= 3 ? legendPosition : 0;
+}
+
+bool OnLegendBorder(int32_t legendPosition, const ClientRect& c, Point m) {
+  auto within = [](int32_t v, int32_t from, int32_t to) { return v >= from && v <= to; };
+  switch (BorderSide(legendPosition)) {
+    case 1: return within(m.x, c.right - 5, c.right + 5);
+    case 2: return within(m.y, c.top - 3, c.top + 5);
+    case 3: return within(m.x, c.left - 3, c.left + 5);
+    default: return within(m.y, c.bottom - 5, c.bottom + 5);
+  }
+}
+
+}  // namespace zel
