@@ -2,6 +2,8 @@
 #include "control/automation_values.h"
 #include "control/error_reporting.h"
 #include "control/vx_graph.h"
+#include "interaction/hairline_intersection.h"
+#include "interaction/selection.h"
 
 namespace zel {
 namespace {
@@ -73,21 +75,45 @@ STDMETHODIMP CVX_Graph::AddHairlineShowDSet(LONG id) {
   }
 }
 
-STDMETHODIMP CVX_Graph::GetHairlineIntersection(LONG id, LONG datasetId, LONG, VARIANT* result) {
+STDMETHODIMP CVX_Graph::GetHairlineIntersection(LONG id, LONG datasetId, LONG snap, VARIANT* result) {
   if (!result) return E_INVALIDARG;
   VariantInit(result);
-  if (!graph_->FindHairline(id) || !graph_->FindDataset(datasetId)) return E_INVALIDARG;
-  return S_OK;
+  const Hairline* hairline = graph_->FindHairline(id);
+  const VDataset* dataset = graph_->FindDataset(datasetId);
+  if (!hairline || !dataset) return E_INVALIDARG;
+  return Guarded([&] {
+    const Box<int32_t>& data = graph_->dataArea();
+    Crossing crossing =
+        HairlineCrossing(*dataset, HairlinePixel(*graph_, *hairline), data.right - data.left + 1, snap != 0);
+    ToVariantArray({crossing.x, crossing.y}, result);
+  });
 }
 
-STDMETHODIMP CVX_Graph::GetSelectedPoints(LONG, VARIANT* points) {
+// Each dataset with points in the last band gives [id, points], the points
+// an array of [x, y] pairs typed as the dataset's axes.
+STDMETHODIMP CVX_Graph::GetSelectedPoints(LONG all, VARIANT* points) {
   if (!points) return E_INVALIDARG;
-  // No rubber band has been drawn, so no dataset has points in it.
   VariantInit(points);
-  return S_OK;
+  std::vector<SelectedPoints> selected = SelectedPointsOf(*graph_, graph_->selection(), all != 0);
+  if (selected.empty()) return S_OK;
+  HRESULT hr = Guarded([&] {
+    ToVariantArray(selected.size(), [&](size_t i, VARIANT* element) {
+      const VDataset& dataset = *graph_->FindDataset(selected[i].datasetId);
+      const std::vector<size_t>& indexes = selected[i].indexes;
+      ToVariantArray(2, [&](size_t part, VARIANT* out) {
+        if (part == 0) return ToVariant(Value(selected[i].datasetId), out);
+        ToVariantArray(indexes.size(), [&](size_t k, VARIANT* pair) {
+          ToVariantArray({dataset.XAt(indexes[k]), dataset.YAt(indexes[k])}, pair);
+        }, out);
+      }, element);
+    }, points);
+  });
+  return FAILED(hr) ? E_FAIL : S_OK;
 }
 
-STDMETHODIMP CVX_Graph::ZoomToSelection() { return S_OK; }
+STDMETHODIMP CVX_Graph::ZoomToSelection() {
+  return Guarded([&] { zel::ZoomToSelection(*graph_, graph_->selection()); });
+}
 
 STDMETHODIMP CVX_Graph::GetPointIntersection(LONG datasetId, LONG, VARIANT* result) {
   if (!result) return E_INVALIDARG;

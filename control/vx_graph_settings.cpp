@@ -6,6 +6,7 @@
 #include "control/automation_values.h"
 #include "control/error_reporting.h"
 #include "control/vx_graph.h"
+#include "interaction/selection.h"
 #include "util/process_state.h"
 #include "util/text_ids.h"
 #include "util/value_conversion.h"
@@ -87,11 +88,6 @@ int LegendPositionFromKeyword(TextView keyword) {
   return 0;
 }
 
-bool IsZoomRectangle(const Box<float>& r) {
-  return r.left >= 0 && r.left < r.right && r.right <= 1 && r.bottom >= 0 && r.bottom < r.top &&
-         r.top <= 1;
-}
-
 }  // namespace
 
 STDMETHODIMP CVX_Graph::put_BackColor(OLE_COLOR color) {
@@ -135,9 +131,7 @@ STDMETHODIMP CVX_Graph::put_ZoomRect(VARIANT rect) {
     Box<float> zoom = graph_->zoomRect();
     float* order[] = {&zoom.left, &zoom.right, &zoom.bottom, &zoom.top};
     for (size_t i = 0; i < values.size(); ++i) *order[i] = std::get<float>(values[i]);
-    if (!IsZoomRectangle(zoom)) Raise(kMsgBadZoomRect);
-    graph_->zoomRect() = zoom;
-    graph_->UpdateLayoutAndRepaint();
+    ApplyZoomRect(*graph_, zoom);
   });
 }
 

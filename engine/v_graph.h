@@ -147,6 +147,9 @@ class VGraph {
   const std::optional<int32_t>& highlightedCurve() const { return highlightedCurve_; }
   // The rubber band the operator dragged; the drawing pass draws it unless empty.
   RubberBand& band() { return band_; }
+  // The band of the last release, kept for GetSelectedPoints and
+  // ZoomToSelection after the band itself is taken away.
+  RubberBand& selection() { return selection_; }
   // XORs the band's dotted frame onto a surface whose client area is `bounds`.
   void DrawBand(Surface& surface, const Rect& bounds);
   // While printing, pixel constants and fonts are scaled by the printer's
@@ -217,6 +220,7 @@ class VGraph {
   int32_t barWidth_ = -1;
   std::optional<int32_t> highlightedCurve_;
   RubberBand band_;
+  RubberBand selection_;
   bool printing_ = false;
   double printScale_ = 1.0;
   int32_t gridColor_ = 0;

@@ -187,8 +187,8 @@ void MouseTracker::FinishHairline(Surface& surface, Reaction& reaction) {
 }
 
 void MouseTracker::FinishBand(Surface& surface, Point client, Reaction& reaction) {
-  selection_ = graph_.band();
-  NormalBand b = Normalise(selection_);
+  graph_.selection() = graph_.band();
+  NormalBand b = Normalise(graph_.selection());
   float width = b.right - b.left, height = b.top - b.bottom;
   int32_t mode = graph_.mouseMode();
   float threshold = mode == kModeZoom ? kZoomThreshold : kSelectThreshold;

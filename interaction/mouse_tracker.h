@@ -34,8 +34,6 @@ class MouseTracker {
   int activeHairline() const { return activeHairline_; }
   // The last mouse point seen (client pixels).
   Point lastMouse() const { return lastMouse_; }
-  // The band of the last release, kept for GetSelectedPoints and ZoomToSelection.
-  const RubberBand& selection() const { return selection_; }
 
  private:
   Rect ClientBounds() const;
@@ -58,7 +56,6 @@ class MouseTracker {
   bool panClickOnly_ = true;
   Point borderPoint_;
   Point lastMouse_;
-  RubberBand selection_;
 };
 
 }  // namespace zel

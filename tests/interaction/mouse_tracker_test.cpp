@@ -38,7 +38,7 @@ TEST_F(MouseTrackerTest, SelectAndZoomReleaseAtTheirOwnThresholds) {
   EXPECT_EQ(std::get<AreaSelected>(selected.events[0]), (AreaSelected{0.25f, 0.255f, 1 / 3.f, 2 / 3.f}));
   EXPECT_TRUE(selected.viewChanged);
   EXPECT_TRUE(graph_.band().empty());
-  EXPECT_FLOAT_EQ(tracker_.selection().bandX1, 0.255f);
+  EXPECT_FLOAT_EQ(graph_.selection().bandX1, 0.255f);
 
   graph_.mouseMode() = kModeZoom;
   EXPECT_TRUE(Drag({100, 199}, {102, 99}).events.empty());
