@@ -263,14 +263,14 @@ void VGraph::SetScrollbars(int horizontal, int vertical) {
   UpdateScrollBars();
 }
 
+// The bars show where the visible plot frame lies within the whole data
+// area, in pixels: zoomed in, the data area is the larger.
 void VGraph::UpdateScrollBars() {
   if (!HasWindow()) return;
-  window_->SetScrollBar(false, ScrollState(horizontalScrollbar_, viewRect_.left, viewRect_.right,
-                                           fullRect_.left, fullRect_.right,
-                                           viewRect_.left - fullRect_.left));
-  window_->SetScrollBar(true, ScrollState(verticalScrollbar_, viewRect_.bottom, viewRect_.top,
-                                          fullRect_.bottom, fullRect_.top,
-                                          fullRect_.top - viewRect_.top));
+  window_->SetScrollBar(false, ScrollState(horizontalScrollbar_, plotFrame_.left, plotFrame_.right,
+                                           dataArea_.left, dataArea_.right, plotFrame_.left - dataArea_.left));
+  window_->SetScrollBar(true, ScrollState(verticalScrollbar_, plotFrame_.bottom, plotFrame_.top,
+                                          dataArea_.bottom, dataArea_.top, dataArea_.top - plotFrame_.top));
 }
 
 void VGraph::SetSuspendDraw(int32_t suspend) {

@@ -29,7 +29,7 @@ struct EnumEntry {
 };
 
 // Left, top, right, bottom; in pixels for margins, in fractions of the whole
-// range for the zoom rectangle, in percent of it for the view rectangles.
+// range for the zoom rectangle.
 template <typename T>
 struct Box {
   T left, top, right, bottom;
@@ -132,8 +132,6 @@ class VGraph {
   std::array<Text, 4>& unitNames() { return unitNames_; }
   Box<int32_t>& margins() { return margins_; }
   Box<float>& zoomRect() { return zoomRect_; }
-  Box<int32_t>& viewRect() { return viewRect_; }
-  Box<int32_t>& fullRect() { return fullRect_; }
   int32_t& mouseMode() { return mouseMode_; }
   int32_t& legendPosition() { return legendPosition_; }
   // The legend exists while it is enabled.
@@ -236,8 +234,6 @@ class VGraph {
   bool horizontalScrollbar_ = false;
   bool verticalScrollbar_ = false;
   Box<float> zoomRect_{0, 1, 1, 0};
-  Box<int32_t> viewRect_{0, 100, 100, 0};
-  Box<int32_t> fullRect_{0, 100, 100, 0};
   Box<int32_t> margins_{10, 10, 10, 10};
   std::array<Text, 4> unitNames_;
   int layoutWidth_ = 0;

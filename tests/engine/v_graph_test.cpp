@@ -175,23 +175,26 @@ TEST_F(VGraphTest, ChangesLayOutForTheClientSizePlusOneAndRepaint) {
   EXPECT_EQ(windowless.layoutWidth(), 0);
 }
 
-TEST_F(VGraphTest, ScrollBarsShowTheViewWithinTheFullRange) {
+TEST_F(VGraphTest, ScrollBarsShowThePlotFrameWithinTheDataArea) {
+  graph.UpdateLayoutAndRepaint();
   graph.SetScrollbars(1, -1);
   EXPECT_TRUE(graph.horizontalScrollbar());
   EXPECT_FALSE(graph.verticalScrollbar());
-  EXPECT_EQ(window.horizontal.back(), (ScrollBarState{100, 101, -1}));
+  // Unzoomed, frame and data area are one: the position is lowered below 0
+  // so that position + page stays within the range.
+  EXPECT_EQ(window.horizontal.back(), (ScrollBarState{400, 401, -1}));
   EXPECT_EQ(window.vertical.back(), ScrollBarState{});
 
-  graph.viewRect() = {20, 60, 50, 40};
-  graph.fullRect() = {0, 100, 200, 0};
+  // The middle half both ways: the frame (401 by 281 pixels) lies a quarter
+  // into a data area twice its size.
+  graph.zoomRect() = {0.25f, 0.75f, 0.75f, 0.25f};
   graph.SetScrollbars(-1, 5);
-  EXPECT_TRUE(graph.horizontalScrollbar());
-  EXPECT_EQ(window.horizontal.back(), (ScrollBarState{200, 31, 20}));
-  EXPECT_EQ(window.vertical.back(), (ScrollBarState{100, 21, 40}));
-  graph.viewRect() = {190, 100, 220, 90};
+  graph.UpdateLayoutAndRepaint();
+  EXPECT_EQ(window.horizontal.back(), (ScrollBarState{801, 401, 201}));
+  EXPECT_EQ(window.vertical.back(), (ScrollBarState{561, 281, 140}));
+  size_t updates = window.vertical.size();
   graph.SetSuspendDraw(0);
-  EXPECT_EQ(window.horizontal.back(), (ScrollBarState{200, 31, 169}));
-  EXPECT_EQ(window.vertical.back(), (ScrollBarState{100, 11, 0}));
+  EXPECT_EQ(window.vertical.size(), updates + 1);
   graph.SetScrollbars(0, 0);
   EXPECT_EQ(window.horizontal.back(), ScrollBarState{});
 }
