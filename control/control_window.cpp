@@ -12,6 +12,7 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"ZELGraphControlWindow";
 constexpr COLORREF kWhite = 0xFFFFFF;
+constexpr int kGrabCursor = 195;
 
 ATOM RegisterWindowClass(WNDPROC procedure) {
   static ATOM atom = [procedure] {
@@ -93,10 +94,25 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
 
 LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_CREATE: return OnCreate();
-    case WM_SIZE: return OnSize(lParam);
     case WM_PAINT: return OnPaint();
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_MOUSEMOVE: control_.OnMouse(message, lParam); return 0;
+    case WM_SIZE: return OnSize(lParam);
+    case WM_HSCROLL:
+    case WM_VSCROLL: control_.OnScroll(message == WM_VSCROLL, wParam); return 0;
+    case WM_CREATE: return OnCreate();
+    case WM_DESTROY: DestroyCursors(); return 0;
     case WM_ERASEBKGND: return OnEraseBackground();
+    case WM_SETCURSOR:
+      if (control_.OnSetCursor(lParam)) return TRUE;
+      break;
+    case WM_KEYDOWN:
+      if (control_.OnKeyDown(wParam)) return 0;
+      return ToParent(message, wParam, lParam);
+    case WM_KEYUP:
+      if (ToParent(message, wParam, lParam) == 0) return 0;
+      break;
     case WM_NCDESTROY:
       SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
       window_ = nullptr;
@@ -106,9 +122,36 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT ControlWindow::OnCreate() {
+  LoadCursors();
   LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
   SetWindowLongPtrW(window_, GWL_STYLE, style | WS_HSCROLL | WS_VSCROLL);
   return 0;
+}
+
+// Keys the control does not use go to the parent unchanged.
+LRESULT ControlWindow::ToParent(UINT message, WPARAM wParam, LPARAM lParam) {
+  HWND parent = GetParent(window_);
+  return parent ? SendMessageW(parent, message, wParam, lParam) : 1;
+}
+
+void ControlWindow::LoadCursors() {
+  cursors_ = {LoadCursor(nullptr, IDC_ARROW), LoadCursor(nullptr, IDC_HAND),
+              LoadCursorW(ModuleInstance(), MAKEINTRESOURCEW(kGrabCursor)), LoadCursor(nullptr, IDC_SIZEWE),
+              LoadCursor(nullptr, IDC_SIZENS)};
+}
+
+// All five go, the system's shared cursors included: that is how the
+// control has always left.
+void ControlWindow::DestroyCursors() {
+  for (HCURSOR& cursor : cursors_) {
+    if (cursor) DestroyCursor(cursor);
+    cursor = nullptr;
+  }
+}
+
+void ControlWindow::ShowCursor(CursorShape shape) {
+  HCURSOR cursor = cursors_[size_t(shape)];
+  if (cursor) SetCursor(cursor);
 }
 
 LRESULT ControlWindow::OnSize(LPARAM) {

@@ -3,7 +3,10 @@
 // window procedure that hands messages to the control.
 #include <windows.h>
 
+#include <array>
+
 #include "engine/host_window.h"
+#include "interaction/interaction_events.h"
 
 namespace zel {
 
@@ -27,6 +30,7 @@ class ControlWindow : public HostWindow {
   void ScrollArea(const Rect& area, int dx, int dy) override;
   void CaptureMouse(bool capture) override;
   std::unique_ptr<Surface> MeasuringSurface() override;
+  void ShowCursor(CursorShape shape);
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -35,9 +39,14 @@ class ControlWindow : public HostWindow {
   LRESULT OnSize(LPARAM lParam);
   LRESULT OnPaint();
   LRESULT OnEraseBackground();
+  LRESULT ToParent(UINT message, WPARAM wParam, LPARAM lParam);
+  void LoadCursors();
+  void DestroyCursors();
 
   CVX_Graph& control_;
   HWND window_ = nullptr;
+  // Arrow, hand, grab, west-east and north-south, by CursorShape.
+  std::array<HCURSOR, 5> cursors_{};
 };
 
 }  // namespace zel

@@ -20,7 +20,8 @@ HRESULT CVX_Graph::Create(IUnknown*, REFIID iid, void** object) {
   return hr;
 }
 
-CVX_Graph::CVX_Graph() : window_(*this), graph_(std::make_unique<VGraph>(&window_)), events_(this) {
+CVX_Graph::CVX_Graph()
+    : window_(*this), graph_(std::make_unique<VGraph>(&window_)), tracker_(*graph_, window_), events_(this) {
   VariantInit(&version_);
   V_VT(&version_) = VT_R4;
   V_R4(&version_) = 0;

@@ -9,6 +9,7 @@
 #include "control/control_window.h"
 #include "control/event_source.h"
 #include "engine/v_graph.h"
+#include "interaction/mouse_tracker.h"
 #include "zelgraph_idl.h"
 
 namespace zel {
@@ -228,6 +229,13 @@ class CVX_Graph final : public IVX_Graph,
   OLE_COLOR backColor() const { return backColor_; }
   // Paints the control into a device context (the drawing pass comes here).
   void DrawInto(HDC dc, const RECT& bounds);
+  // Input from the control window.
+  void OnMouse(UINT message, LPARAM lParam);
+  // False when the key is not the control's and goes on to the parent.
+  bool OnKeyDown(WPARAM key);
+  void OnScroll(bool vertical, WPARAM wParam);
+  // True when the message is the control's (the cursor is over the client).
+  bool OnSetCursor(LPARAM lParam);
   static double PrinterScale(HDC printer);
 
  private:
@@ -248,10 +256,14 @@ class CVX_Graph final : public IVX_Graph,
   HRESULT InPlaceActivate(LONG verb, HWND parent, LPCRECT position);
   // Tells the container's view sink that the picture changed, and repaints.
   void ViewChanged();
+  // Shows what the interaction core asks for and fires its events in order.
+  void Apply(const Reaction& reaction);
+  void Fire(const InteractionEvent& event);
 
   LONG refs_ = 1;
   ControlWindow window_;
   std::unique_ptr<VGraph> graph_;
+  MouseTracker tracker_;
   ComPtr<IOleClientSite> clientSite_;
   ComPtr<IOleInPlaceSite> inPlaceSite_;
   ComPtr<IOleAdviseHolder> adviseHolder_;

@@ -250,41 +250,6 @@ TEST_F(AutomationClientTest, ThinEntriesKeepTheirQuirks) {
   EXPECT_EQ(Get(L"ZoomRect").result.type(), VT_ARRAY | VT_R4);
 }
 
-// An event sink that records what it is told, and can call back in.
-class Sink : public IDispatch {
- public:
-  std::vector<std::vector<Var>> calls;
-  IVX_Graph* callBack = nullptr;
-  IConnectionPoint* point = nullptr;
-  DWORD cookie = 0;
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    bool mine = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
-                IsEqualIID(iid, DIID__IVX_GraphEvents);
-    *object = mine ? this : nullptr;
-    return mine ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*, UINT*) override {
-    std::vector<Var> args{Var(long(id))};
-    for (UINT i = params->cArgs; i-- > 0;) {
-      args.emplace_back();
-      VariantCopy(&args.back().v, &params->rgvarg[i]);
-    }
-    calls.push_back(args);
-    if (IVX_Graph* control = std::exchange(callBack, nullptr)) {
-      // Re-entering the control and disconnecting from inside the event.
-      control->HighlightCurveAndLegend(0, 0);
-      point->Unadvise(cookie);
-    }
-    return S_OK;
-  }
-};
-
 TEST_F(AutomationClientTest, EventsReachEverySinkAndSurviveReentry) {
   auto* container = Query<IConnectionPointContainer>(graph, IID_IConnectionPointContainer);
   IConnectionPoint* point = nullptr;
@@ -293,8 +258,12 @@ TEST_F(AutomationClientTest, EventsReachEverySinkAndSurviveReentry) {
   Sink first, second;
   ASSERT_EQ(point->Advise(&first, &first.cookie), S_OK);
   ASSERT_EQ(point->Advise(&second, &second.cookie), S_OK);
-  second.callBack = graph;
-  second.point = point;
+  second.onEvent = [&](DISPID) {
+    // Re-entering the control and disconnecting from inside the event.
+    second.onEvent = nullptr;
+    graph->HighlightCurveAndLegend(0, 0);
+    point->Unadvise(second.cookie);
+  };
 
   EXPECT_EQ(graph->HighlightCurveAndLegend(42, 3), S_OK);
   ASSERT_EQ(first.calls.size(), 2u);  // the outer event, then the inner one

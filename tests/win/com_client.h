@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -88,6 +89,49 @@ inline std::wstring Take(BSTR text) {
   SysFreeString(text);
   return s;
 }
+
+// ATL's container window class (Wine's atl.dll), registered once for the
+// whole process however many suites ask for it.
+inline bool AtlAxWinReady() {
+  static const bool ready = [] {
+    auto init = reinterpret_cast<BOOL(WINAPI*)()>(
+        reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl.dll"), "AtlAxWinInit")));
+    return init && init();
+  }();
+  return ready;
+}
+
+// An event sink that records what it is told (the dispid, then the
+// arguments in order) and may call back in through `onEvent`.
+class Sink : public IDispatch {
+ public:
+  std::vector<std::vector<Var>> calls;
+  std::function<void(DISPID)> onEvent;
+  DWORD cookie = 0;
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    bool mine = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
+                IsEqualIID(iid, DIID__IVX_GraphEvents);
+    *object = mine ? this : nullptr;
+    return mine ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*, UINT*) override {
+    std::vector<Var> args{Var(long(id))};
+    for (UINT i = params->cArgs; i-- > 0;) {
+      args.emplace_back();
+      VariantCopy(&args.back().v, &params->rgvarg[i]);
+    }
+    calls.push_back(args);
+    // A copy: the handler may replace itself.
+    if (std::function<void(DISPID)> handler = onEvent) handler(id);
+    return S_OK;
+  }
+};
 
 // The outcome of a late-bound call.
 struct Outcome {

@@ -13,11 +13,9 @@ class ContainerTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     OleInitialize(nullptr);
-    HMODULE atl = LoadLibraryW(L"atl.dll");
-    auto init = reinterpret_cast<BOOL(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")));
-    registered = init && init();
+    registered = AtlAxWinReady();
     getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxGetControl")));
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
   }
   static void TearDownTestSuite() { OleUninitialize(); }
   static inline bool registered = false;

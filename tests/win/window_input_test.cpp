@@ -1,0 +1,170 @@
+// The control's window receiving real messages inside ATL's container:
+// drags and clicks become events for a connected sink, keys the control does
+// not use reach the parent, scroll requests move the view, and a host may
+// change the graph from inside an event handler.
+#include <ocidl.h>
+
+#include "com_client.h"
+
+namespace zel::testing {
+namespace {
+
+constexpr DISPID kAreaSelected = 2, kHairlineMoved = 3, kSelectLegendFromGraph = 6;
+
+// Keys that reach the container's window.
+std::vector<WPARAM> parentKeys;
+WNDPROC containerProcedure = nullptr;
+
+LRESULT CALLBACK RecordKeys(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_KEYDOWN) parentKeys.push_back(wParam);
+  return CallWindowProcW(containerProcedure, window, message, wParam, lParam);
+}
+
+class WindowInputTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    OleInitialize(nullptr);
+    ready = AtlAxWinReady();
+  }
+  static void TearDownTestSuite() { OleUninitialize(); }
+  static inline bool ready = false;
+
+  void SetUp() override {
+    ASSERT_TRUE(ready);
+    frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr,
+                            nullptr, nullptr);
+    host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, 400, 300, frame,
+                           nullptr, nullptr, nullptr);
+    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
+    IUnknown* unknown = nullptr;
+    ASSERT_EQ(getControl(host, &unknown), S_OK);
+    unknown->QueryInterface(IID_IVX_Graph, reinterpret_cast<void**>(&graph));
+    IOleWindow* oleWindow = nullptr;
+    unknown->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&oleWindow));
+    unknown->Release();
+    ASSERT_NE(oleWindow, nullptr);
+    oleWindow->GetWindow(&window);
+    oleWindow->Release();
+    ASSERT_TRUE(IsWindow(window));
+    containerProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(GetParent(window), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordKeys)));
+    parentKeys.clear();
+
+    IConnectionPointContainer* container = nullptr;
+    graph->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container));
+    container->FindConnectionPoint(DIID__IVX_GraphEvents, &point);
+    container->Release();
+    ASSERT_EQ(point->Advise(&sink, &sink.cookie), S_OK);
+
+    Var real(L"REAL");
+    for (bool vertical : {false, true}) {
+      HRESULT hr = vertical ? graph->AddYAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v)
+                            : graph->AddXAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v);
+      ASSERT_EQ(hr, S_OK);
+    }
+    Var plot(L"PLOT");
+    ASSERT_EQ(graph->AddDataset(1, V_BSTR(&plot.v), 1, 1, Var().v), S_OK);
+  }
+  void TearDown() override {
+    if (point) {
+      point->Unadvise(sink.cookie);
+      point->Release();
+    }
+    if (graph) graph->Release();
+    DestroyWindow(frame);
+  }
+
+  void Send(UINT message, int x, int y) { SendMessageW(window, message, 0, MAKELPARAM(x, y)); }
+  void Drag(int x0, int y0, int x1, int y1) {
+    Send(WM_LBUTTONDOWN, x0, y0);
+    Send(WM_MOUSEMOVE, x1, y1);
+    Send(WM_LBUTTONUP, x1, y1);
+  }
+  std::vector<std::vector<Var>> EventsOf(DISPID id) const {
+    std::vector<std::vector<Var>> found;
+    for (const auto& call : sink.calls)
+      if (V_I4(&call[0].v) == id) found.push_back(call);
+    return found;
+  }
+
+  HWND frame = nullptr, host = nullptr, window = nullptr;
+  IVX_Graph* graph = nullptr;
+  IConnectionPoint* point = nullptr;
+  Sink sink;
+};
+
+TEST_F(WindowInputTest, ABandFiresAreaSelectedAndAClickSelectsFromTheGraph) {
+  Drag(150, 100, 250, 200);
+  auto areas = EventsOf(kAreaSelected);
+  ASSERT_EQ(areas.size(), 1u);
+  ASSERT_EQ(areas[0].size(), 5u);
+  for (size_t i = 1; i < 5; ++i) EXPECT_EQ(V_VT(&areas[0][i].v), VT_R4);
+  float left = V_R4(&areas[0][1].v), right = V_R4(&areas[0][2].v);
+  float bottom = V_R4(&areas[0][3].v), top = V_R4(&areas[0][4].v);
+  EXPECT_LT(0.f, left);
+  EXPECT_LT(left, right);
+  EXPECT_LT(right, 1.f);
+  EXPECT_LT(0.f, bottom);
+  EXPECT_LT(bottom, top);
+  EXPECT_LT(top, 1.f);
+  EXPECT_NEAR(right - left, 100.f / 335, 0.05);
+
+  sink.calls.clear();
+  Drag(200, 150, 200, 150);  // a click that never moves
+  auto clicks = EventsOf(kSelectLegendFromGraph);
+  ASSERT_EQ(clicks.size(), 1u);
+  EXPECT_EQ(V_VT(&clicks[0][1].v), VT_INT);
+  EXPECT_EQ(V_VT(&clicks[0][3].v), VT_UI4);
+  EXPECT_EQ(V_I4(&clicks[0][4].v), 0);
+  EXPECT_TRUE(EventsOf(kAreaSelected).empty());
+}
+
+TEST_F(WindowInputTest, KeysTheControlDoesNotUseReachTheParent) {
+  SendMessageW(window, WM_KEYDOWN, 'A', 0);
+  SendMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);  // no drag to cancel
+  EXPECT_EQ(parentKeys, (std::vector<WPARAM>{'A', VK_ESCAPE}));
+
+  // With a hairline the arrows snap it and report it moved.
+  LONG id = -1;
+  ASSERT_EQ(graph->AddHairline(50, Var::Missing().v, Var::Missing().v, &id), S_OK);
+  SendMessageW(window, WM_KEYDOWN, VK_RIGHT, 0);
+  auto moved = EventsOf(kHairlineMoved);
+  ASSERT_EQ(moved.size(), 1u);
+  EXPECT_EQ(V_I4(&moved[0][1].v), id);
+  EXPECT_EQ(parentKeys.size(), 2u);
+}
+
+TEST_F(WindowInputTest, AHostMayChangeTheGraphFromInsideAnEvent) {
+  sink.onEvent = [&](DISPID id) {
+    if (id != kAreaSelected) return;
+    sink.onEvent = nullptr;
+    EXPECT_EQ(graph->RemoveDataset(1), S_OK);
+    float zoom[] = {0.25f, 0.75f, 0.25f, 0.75f};
+    std::vector<Var> items(zoom, zoom + 4);
+    EXPECT_EQ(graph->put_ZoomRect(Var::Array(items).v), S_OK);
+  };
+  Drag(150, 100, 250, 200);
+  EXPECT_EQ(EventsOf(kAreaSelected).size(), 1u);
+  UpdateWindow(window);
+  Drag(120, 120, 300, 250);  // the zoomed graph still takes input
+  EXPECT_EQ(EventsOf(kAreaSelected).size(), 2u);
+}
+
+TEST_F(WindowInputTest, ScrollRequestsMoveTheZoomedView) {
+  float zoom[] = {0.f, 0.5f, 0.f, 1.f};
+  std::vector<Var> items(zoom, zoom + 4);
+  ASSERT_EQ(graph->put_ZoomRect(Var::Array(items).v), S_OK);
+  SendMessageW(window, WM_HSCROLL, SB_PAGERIGHT, 0);
+  Var rect;
+  ASSERT_EQ(graph->get_ZoomRect(&rect.v), S_OK);
+  float* values = nullptr;
+  SafeArrayAccessData(V_ARRAY(&rect.v), reinterpret_cast<void**>(&values));
+  float left = values[0], right = values[1];
+  SafeArrayUnaccessData(V_ARRAY(&rect.v));
+  EXPECT_GT(left, 0.4f);
+  EXPECT_NEAR(right - left, 0.5f, 0.01f);
+}
+
+}  // namespace
+}  // namespace zel::testing
