@@ -77,6 +77,9 @@ void ControlWindow::CaptureMouse(bool capture) {
   else if (GetCapture() == window_) ReleaseCapture();
 }
 
+void ControlWindow::SetTimer(int id, int periodMs) { ::SetTimer(window_, UINT_PTR(id), UINT(periodMs), nullptr); }
+void ControlWindow::KillTimer(int id) { ::KillTimer(window_, UINT_PTR(id)); }
+
 std::unique_ptr<Surface> ControlWindow::MeasuringSurface() {
   HDC dc = Exists() ? GetDC(window_) : nullptr;
   return dc ? std::make_unique<GdiSurface>(dc, window_) : nullptr;
@@ -113,6 +116,10 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYUP:
       if (ToParent(message, wParam, lParam) == 0) return 0;
       break;
+    case WM_COMMAND:
+      if (control_.OnCommand(LOWORD(wParam))) return 0;
+      break;
+    case WM_TIMER: control_.OnTimer(wParam); return 0;
     case WM_NCDESTROY:
       SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
       window_ = nullptr;

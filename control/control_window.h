@@ -29,6 +29,8 @@ class ControlWindow : public HostWindow {
   void SetScrollPosition(bool vertical, int position) override;
   void ScrollArea(const Rect& area, int dx, int dy) override;
   void CaptureMouse(bool capture) override;
+  void SetTimer(int id, int periodMs) override;
+  void KillTimer(int id) override;
   std::unique_ptr<Surface> MeasuringSurface() override;
   void ShowCursor(CursorShape shape);
 

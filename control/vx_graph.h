@@ -236,6 +236,11 @@ class CVX_Graph final : public IVX_Graph,
   void OnScroll(bool vertical, WPARAM wParam);
   // True when the message is the control's (the cursor is over the client).
   bool OnSetCursor(LPARAM lParam);
+  // Menu commands: the property frames and "Show &Hairline Here"; false for
+  // any other id.
+  bool OnCommand(UINT id);
+  // Timer 10101 drives the curve highlight; other ids are ignored.
+  void OnTimer(UINT_PTR id);
   static double PrinterScale(HDC printer);
 
  private:

@@ -34,6 +34,9 @@ class HostWindow {
   virtual void ScrollArea(const Rect&, int /*dx*/, int /*dy*/) {}
   // Takes (true) or releases (false) the mouse capture.
   virtual void CaptureMouse(bool /*capture*/) {}
+  // Starts (with a period in milliseconds) or stops a window timer.
+  virtual void SetTimer(int /*id*/, int /*periodMs*/) {}
+  virtual void KillTimer(int /*id*/) {}
   // A surface over the window's device context, for measuring text.
   virtual std::unique_ptr<Surface> MeasuringSurface() = 0;
 };

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "engine/host_window.h"
@@ -26,6 +27,8 @@ class FakeWindow : public HostWindow {
   std::vector<int> horizontalPositions, verticalPositions;
   std::vector<std::array<int, 2>> scrolls;
   bool captured = false;
+  // Timers started (id, period) and stopped (id, 0), in order.
+  std::vector<std::pair<int, int>> timers;
 
   bool Exists() const override { return exists; }
   ClientRect ClientRectangle() const override { return client; }
@@ -44,6 +47,8 @@ class FakeWindow : public HostWindow {
   }
   void ScrollArea(const Rect&, int dx, int dy) override { scrolls.push_back({dx, dy}); }
   void CaptureMouse(bool capture) override { captured = capture; }
+  void SetTimer(int id, int periodMs) override { timers.push_back({id, periodMs}); }
+  void KillTimer(int id) override { timers.push_back({id, 0}); }
   std::unique_ptr<Surface> MeasuringSurface() override { return std::make_unique<RecordingSurface>(); }
 };
 
