@@ -107,6 +107,7 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CREATE: return OnCreate();
     case WM_DESTROY: DestroyCursors(); return 0;
     case WM_ERASEBKGND: return OnEraseBackground();
+    case WM_CONTEXTMENU: control_.OnContextMenu(lParam); return 0;
     case WM_SETCURSOR:
       if (control_.OnSetCursor(lParam)) return TRUE;
       break;

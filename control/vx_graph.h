@@ -239,6 +239,8 @@ class CVX_Graph final : public IVX_Graph,
   // Menu commands: the property frames and "Show &Hairline Here"; false for
   // any other id.
   bool OnCommand(UINT id);
+  // The context menu at a point in screen coordinates.
+  void OnContextMenu(LPARAM lParam);
   // Timer 10101 drives the curve highlight; other ids are ignored.
   void OnTimer(UINT_PTR id);
   static double PrinterScale(HDC printer);

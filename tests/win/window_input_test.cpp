@@ -166,5 +166,69 @@ TEST_F(WindowInputTest, ScrollRequestsMoveTheZoomedView) {
   EXPECT_NEAR(right - left, 0.5f, 0.01f);
 }
 
+// What the context menu offered when it opened: each item's id (0 for a
+// separator), text and whether it was greyed. The menu is closed at once.
+struct MenuItemSeen {
+  UINT id;
+  std::wstring text;
+  bool grayed;
+  bool operator==(const MenuItemSeen&) const = default;
+};
+void PrintTo(const MenuItemSeen& item, std::ostream* out) {
+  *out << item.id << " \"" << std::string(item.text.begin(), item.text.end()) << "\"" << (item.grayed ? " grayed" : "");
+}
+std::vector<MenuItemSeen> menuSeen;
+WNDPROC controlProcedure = nullptr;
+
+LRESULT CALLBACK RecordMenu(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_INITMENUPOPUP) {
+    HMENU menu = reinterpret_cast<HMENU>(wParam);
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      wchar_t text[64] = L"";
+      GetMenuStringW(menu, UINT(i), text, 64, MF_BYPOSITION);
+      UINT state = GetMenuState(menu, UINT(i), MF_BYPOSITION);
+      UINT id = GetMenuItemID(menu, i);
+      menuSeen.push_back({id, text, id != 0 && (state & MF_GRAYED) != 0});  // separators count as no state
+    }
+    PostMessageW(window, WM_CANCELMODE, 0, 0);
+    PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+  }
+  return CallWindowProcW(controlProcedure, window, message, wParam, lParam);
+}
+
+TEST_F(WindowInputTest, TheContextMenuOffersWhatSuitsThePlace) {
+  controlProcedure = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordMenu)));
+  UINT_PTR fallback = SetTimer(nullptr, 0, 2000, [](HWND, UINT, UINT_PTR, DWORD) { EndMenu(); });
+  auto openAt = [&](int x, int y) {
+    menuSeen.clear();
+    POINT p{x, y};
+    ClientToScreen(window, &p);
+    SendMessageW(window, WM_CONTEXTMENU, WPARAM(window), MAKELPARAM(p.x, p.y));
+    return menuSeen;
+  };
+  // Outside the plot (on the axis labels): only the axes, and no hairline to show.
+  EXPECT_EQ(openAt(5, 295), (std::vector<MenuItemSeen>{{426, L"Axes Properties...", false},
+                                                       {0, L"", false},
+                                                       {316, L"Show &Hairline Here", true}}));
+  EXPECT_TRUE(EventsOf(kSelectLegendFromGraph).empty());
+
+  // Inside it the host hears of the click first, and may say it hit a curve.
+  LONG id = -1;
+  graph->AddHairline(50, Var::Missing().v, Var::Missing().v, &id);
+  EXPECT_EQ(openAt(200, 150), (std::vector<MenuItemSeen>{{244, L"Graph &Settings...", false},
+                                                         {0, L"", false},
+                                                         {316, L"Show &Hairline Here", false}}));
+  auto clicks = EventsOf(kSelectLegendFromGraph);
+  ASSERT_EQ(clicks.size(), 1u);
+  EXPECT_EQ(V_I4(&clicks[0][4].v), 1);
+  sink.onEvent = [&](DISPID) { graph->SetLoadCurveSetttingInfo(7); };
+  EXPECT_EQ(openAt(200, 150), (std::vector<MenuItemSeen>{{427, L"Curve Properties...", false},
+                                                         {0, L"", false},
+                                                         {316, L"Show &Hairline Here", false}}));
+  KillTimer(nullptr, fallback);
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(controlProcedure));
+}
+
 }  // namespace
 }  // namespace zel::testing

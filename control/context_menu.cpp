@@ -1,0 +1,77 @@
+// The graph's context menu: which property pages it offers depends on
+// where the operator clicked, and on whether the host says the click hit a
+// curve (it may, from the SelectLegendFromGraph event fired just before).
+#include "control/module.h"
+#include "control/vx_graph.h"
+#include "interaction/pixel_frame.h"
+#include "util/texts.h"
+
+namespace zel {
+namespace {
+
+constexpr int kContextMenu = 180;
+constexpr DISPID kSelectLegendFromGraph = 6;
+enum MenuItem : UINT { kGraphProperties = 244, kAxesProperties = 426, kCurveProperties = 427, kHairlineHere = 316 };
+
+VARIANT Argument(VARTYPE type, LONG value) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = type;
+  V_I4(&v) = value;  // VT_INT, VT_UI4 and VT_I4 share the field
+  return v;
+}
+
+// Gives every item with a command id the text of that id, by position.
+void RelabelMenu(HMENU menu) {
+  int count = GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    UINT id = GetMenuItemID(menu, position);
+    if (id == 0 || id == UINT(-1)) continue;
+    Text text = LookupText(int(id));
+    if (text.empty()) continue;
+    ModifyMenuW(menu, UINT(position), MF_BYPOSITION | MF_STRING, id, reinterpret_cast<LPCWSTR>(text.c_str()));
+  }
+}
+
+}  // namespace
+
+void CVX_Graph::OnContextMenu(LPARAM lParam) {
+  HWND window = window_.handle();
+  HMENU menu = LoadMenuW(ModuleInstance(), MAKEINTRESOURCEW(kContextMenu));
+  HMENU items = menu ? GetSubMenu(menu, 0) : nullptr;
+  if (!items) {
+    if (menu) DestroyMenu(menu);
+    return;
+  }
+  RelabelMenu(items);
+  POINT screen{int16_t(LOWORD(lParam)), int16_t(HIWORD(lParam))};
+  POINT client = screen;
+  ScreenToClient(window, &client);
+  FramePoint at = ToFrame(*graph_, window_.ClientRectangle(), {client.x, client.y});
+  if (graph_->hairlines().empty()) EnableMenuItem(items, kHairlineHere, MF_BYCOMMAND | MF_GRAYED | MF_DISABLED);
+  const Box<int32_t>& frame = graph_->plotFrame();
+  bool inside = at.x > frame.left && at.x < frame.right && at.y > frame.bottom && at.y < frame.top;
+  if (inside) {
+    COLORREF pixel = 0;
+    if (HDC dc = GetDC(window)) {
+      pixel = GetPixel(dc, client.x, client.y);
+      ReleaseDC(window, dc);
+    }
+    Point last = tracker_.lastMouse();
+    AddRef();
+    events_.Fire(kSelectLegendFromGraph, {Argument(VT_INT, last.x), Argument(VT_INT, last.y),
+                                          Argument(VT_UI4, LONG(pixel)), Argument(VT_I4, 1)});
+    bool curve = loadFromLegend_ != 0;
+    RemoveMenu(items, kAxesProperties, MF_BYCOMMAND);
+    RemoveMenu(items, curve ? kGraphProperties : kCurveProperties, MF_BYCOMMAND);
+    Release();
+  } else {
+    EnableMenuItem(items, kHairlineHere, MF_BYCOMMAND | MF_GRAYED | MF_DISABLED);
+    RemoveMenu(items, kGraphProperties, MF_BYCOMMAND);
+    RemoveMenu(items, kCurveProperties, MF_BYCOMMAND);
+  }
+  TrackPopupMenuEx(items, 0, screen.x, screen.y, window, nullptr);
+  DestroyMenu(menu);
+}
+
+}  // namespace zel
