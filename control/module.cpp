@@ -4,8 +4,10 @@
 #include <atomic>
 
 #include "control/class_factory.h"
+#include "control/class_ids.h"
 #include "control/platform_win.h"
 #include "control/vx_graph.h"
+#include "pages/settings_page.h"
 #include "zelgraph_idl.h"
 
 namespace zel {
@@ -41,8 +43,13 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID clsid, REFIID iid, LPVOID* object) {
   if (!object) return E_POINTER;
   *object = nullptr;
-  if (!IsEqualCLSID(clsid, CLSID_VX_Graph)) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* factory = new (std::nothrow) zel::ClassFactory(zel::CVX_Graph::Create);
+  zel::ClassFactory::Creator create = nullptr;
+  if (IsEqualCLSID(clsid, CLSID_VX_Graph)) create = zel::CVX_Graph::Create;
+  else if (IsEqualCLSID(clsid, zel::kGraphPageClsid)) create = zel::CreateGraphSettingsPage;
+  else if (IsEqualCLSID(clsid, zel::kAxesPageClsid)) create = zel::CreateAxesPage;
+  else if (IsEqualCLSID(clsid, zel::kCurvePageClsid)) create = zel::CreateCurvePage;
+  if (!create) return CLASS_E_CLASSNOTAVAILABLE;
+  auto* factory = new (std::nothrow) zel::ClassFactory(create);
   if (!factory) return E_OUTOFMEMORY;
   HRESULT hr = factory->QueryInterface(iid, object);
   factory->Release();
