@@ -9,6 +9,7 @@
 #include "control/control_window.h"
 #include "control/event_source.h"
 #include "engine/v_graph.h"
+#include "interaction/highlight.h"
 #include "interaction/mouse_tracker.h"
 #include "zelgraph_idl.h"
 
@@ -266,6 +267,7 @@ class CVX_Graph final : public IVX_Graph,
   // Shows what the interaction core asks for and fires its events in order.
   void Apply(const Reaction& reaction);
   void Fire(const InteractionEvent& event);
+  void ShowHairlineHere();
 
   LONG refs_ = 1;
   ControlWindow window_;
@@ -293,9 +295,7 @@ class CVX_Graph final : public IVX_Graph,
   VARIANT version_;
   LONG loadCurveId_ = -1;
   LONG loadFromLegend_ = 0;
-  LONG curvelogId_ = 0;
-  LONG highlightIndex_ = -1;
-  LONG highlightSeconds_ = -2;
+  CurveHighlight highlight_{*graph_, window_};
 };
 
 }  // namespace zel

@@ -1,10 +1,37 @@
 // The context menu's commands and the highlight timer.
 #include "control/vx_graph.h"
+#include "interaction/hairline_intersection.h"
+#include "util/text_ids.h"
+#include "util/texts.h"
 
 namespace zel {
+namespace {
 
-bool CVX_Graph::OnCommand(UINT) { return false; }
+constexpr UINT kHairlineHere = 316;
 
-void CVX_Graph::OnTimer(UINT_PTR) {}
+}  // namespace
+
+bool CVX_Graph::OnCommand(UINT id) {
+  switch (id) {
+    case kHairlineHere: ShowHairlineHere(); return true;
+    default: return false;
+  }
+}
+
+// Moves the last hairline to where the mouse last was; the operator is told
+// to add one first when there is none.
+void CVX_Graph::ShowHairlineHere() {
+  std::optional<int32_t> moved = PlaceLastHairline(*graph_, &window_, tracker_.lastMouse().x);
+  if (!moved) {
+    MessageBoxW(window_.handle(), reinterpret_cast<LPCWSTR>(LookupText(kMsgSelectShowHairline).c_str()),
+                reinterpret_cast<LPCWSTR>(LookupText(kCaptionShowHairlineHere).c_str()), MB_OK);
+    return;
+  }
+  Apply({{HairlineMoved{*moved}}, {}, false, true});
+}
+
+void CVX_Graph::OnTimer(UINT_PTR id) {
+  if (id == UINT_PTR(CurveHighlight::kTimerId)) highlight_.Tick();
+}
 
 }  // namespace zel

@@ -1,8 +1,15 @@
 // Automation entries for hairlines, the selection and curve highlighting.
+#include <olectl.h>
+
+#include <algorithm>
+
 #include "control/automation_values.h"
+#include "control/class_ids.h"
 #include "control/error_reporting.h"
 #include "control/vx_graph.h"
 #include "interaction/hairline_intersection.h"
+#include "interaction/pixel_frame.h"
+#include "interaction/point_lookup.h"
 #include "interaction/selection.h"
 
 namespace zel {
@@ -16,6 +23,15 @@ VARIANT IntArgument(LONG value) {
   V_VT(&v) = VT_INT;
   V_INT(&v) = value;
   return v;
+}
+
+// The upper bound of the array a VARIANT holds, directly or by reference.
+bool UpperBound(const VARIANT& variant, LONG* upper) {
+  const VARIANT* v = &variant;
+  if (V_VT(v) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(v)) v = V_VARIANTREF(v);
+  if (!(V_VT(v) & VT_ARRAY)) return false;
+  SAFEARRAY* array = (V_VT(v) & VT_BYREF) ? (V_ARRAYREF(v) ? *V_ARRAYREF(v) : nullptr) : V_ARRAY(v);
+  return array && SUCCEEDED(SafeArrayGetUBound(array, 1, upper));
 }
 
 }  // namespace
@@ -115,49 +131,53 @@ STDMETHODIMP CVX_Graph::ZoomToSelection() {
   return Guarded([&] { zel::ZoomToSelection(*graph_, graph_->selection()); });
 }
 
+// The point of the dataset under the last mouse point, as [x, y] typed as
+// its axes; VT_EMPTY when no point lies there. The graph type is not used.
 STDMETHODIMP CVX_Graph::GetPointIntersection(LONG datasetId, LONG, VARIANT* result) {
   if (!result) return E_INVALIDARG;
   VariantInit(result);
-  return graph_->FindDataset(datasetId) ? S_OK : E_INVALIDARG;
+  const VDataset* dataset = graph_->FindDataset(datasetId);
+  if (!dataset) return E_INVALIDARG;
+  const Box<int32_t>& data = graph_->dataArea();
+  FramePoint at = ToFrame(*graph_, window_.ClientRectangle(), tracker_.lastMouse());
+  DataExtent extent{data.right - data.left + 1, data.top - data.bottom + 1};
+  std::optional<size_t> index =
+      PointAtPixel(*dataset, extent, at.x - data.left, at.y - data.bottom, std::max(1, dataset->lineWidth()));
+  if (!index) return S_OK;
+  return Guarded([&] { ToVariantArray({dataset->XAt(*index), dataset->YAt(*index)}, result); });
 }
 
 STDMETHODIMP CVX_Graph::ShowHighlightedCurve(LONG curveIndex, LONG curvelogId, LONG seconds) {
-  highlightIndex_ = -1;
-  highlightSeconds_ = -2;
-  if (curveIndex >= 0 && seconds != -2) {
-    highlightIndex_ = curveIndex;
-    highlightSeconds_ = seconds;
-    curvelogId_ = curvelogId;
-  }
+  highlight_.Show(curveIndex, curvelogId, seconds);
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::HighlightCurveAndLegend(LONG curveId, LONG curveIndex) {
+  AddRef();
   events_.Fire(kHighlightLegendAndCurves, {IntArgument(curveId), IntArgument(curveIndex)});
+  Release();
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::UpdateHighlightTimerInfo(LONG seconds) {
-  highlightSeconds_ = seconds;
-  // The log id becomes the active flag, as the control has always done.
-  if (highlightIndex_ >= 0) curvelogId_ = 1;
+  highlight_.UpdateDuration(seconds);
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::GetCurvelogID(int* logId) {
   if (!logId) return E_INVALIDARG;
-  *logId = curvelogId_;
+  *logId = highlight_.curvelogId();
   return S_OK;
 }
 
+// Four 32-bit elements are taken when the array's upper bound is 3, whatever
+// its lower bound; any other array is ignored.
 STDMETHODIMP CVX_Graph::setMarkerColorStatus(VARIANT* colors) {
-  if (!colors) return S_OK;
+  LONG upper = 0;
+  if (!colors || !UpperBound(*colors, &upper) || upper + 1 != 4) return S_OK;
   try {
-    ArrayArgument array(*colors);
-    if (array.size() == 4) {
-      std::vector<int32_t> values = array.AsInt32(4);
-      std::copy(values.begin(), values.end(), graph_->markerStatusColors().begin());
-    }
+    std::vector<int32_t> values = ArrayArgument(*colors).AsInt32(4);
+    std::copy(values.begin(), values.end(), graph_->markerStatusColors().begin());
   } catch (...) {
   }
   return S_OK;
@@ -176,12 +196,19 @@ STDMETHODIMP CVX_Graph::GetCurveInfofromLegend(LONG* id, LONG* loadFromLegend) {
   return S_OK;
 }
 
+// Opens the curve page alone, for the curve `id`; the name is not used.
+// Closing the page forgets the request and ends any highlight.
 STDMETHODIMP CVX_Graph::loadCurveProperty(BSTR, LONG id) {
   loadCurveId_ = id;
   loadFromLegend_ = 1;
-  // The curve page opens here once the settings pages exist; closing it
-  // forgets the request again.
-  return SetLoadCurveSetttingInfo(-1);
+  AddRef();
+  IUnknown* self = static_cast<IVX_Graph*>(this);
+  CLSID page = kCurvePageClsid;
+  OleCreatePropertyFrame(GetActiveWindow(), 0, 0, nullptr, 1, &self, 1, &page, LOCALE_USER_DEFAULT, 0, nullptr);
+  SetLoadCurveSetttingInfo(-1);
+  highlight_.Stop();
+  Release();
+  return S_OK;
 }
 
 }  // namespace zel

@@ -119,4 +119,16 @@ std::optional<int32_t> SnapHairline(VGraph& graph, HostWindow* window, bool toRi
   return hairlines.back().id;
 }
 
+std::optional<int32_t> PlaceLastHairline(VGraph& graph, HostWindow* window, int32_t clientX) {
+  auto& hairlines = graph.hairlines();
+  if (hairlines.empty()) return std::nullopt;
+  const Box<int32_t>& frame = graph.plotFrame();
+  int32_t x = clientX - graph.margins().left;
+  int32_t divisor = frame.right - frame.left - 1;
+  // A frame too narrow to divide by leaves the hairline where it is.
+  if (divisor != 0) graph.FindHairline(hairlines.back().id)->position = float(x - frame.left) / float(divisor);
+  if (window && window->Exists() && !graph.suspendDraw()) window->Invalidate(true);
+  return hairlines.back().id;
+}
+
 }  // namespace zel

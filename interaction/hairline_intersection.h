@@ -30,4 +30,9 @@ Crossing HairlineCrossing(const VDataset& dataset, int32_t p, int32_t width, boo
 // point the hairline stays, but its move is still reported.
 std::optional<int32_t> SnapHairline(VGraph& graph, HostWindow* window, bool toRight, int32_t scanBound);
 
+// "Show Hairline Here": moves the LAST hairline to the client x of the last
+// mouse move and returns its id; nothing when there are no hairlines. Its
+// divisor, the frame width less 2, differs from a drag's on purpose.
+std::optional<int32_t> PlaceLastHairline(VGraph& graph, HostWindow* window, int32_t clientX);
+
 }  // namespace zel
