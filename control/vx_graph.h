@@ -240,6 +240,9 @@ class CVX_Graph final : public IVX_Graph,
   // Menu commands: the property frames and "Show &Hairline Here"; false for
   // any other id.
   bool OnCommand(UINT id);
+  // Opens the property frame of menu command 244, 426 or 427; false for any
+  // other id.
+  bool OpenPropertyFrame(UINT id);
   // The context menu at a point in screen coordinates.
   void OnContextMenu(LPARAM lParam);
   // Timer 10101 drives the curve highlight; other ids are ignored.

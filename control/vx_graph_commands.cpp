@@ -14,7 +14,7 @@ constexpr UINT kHairlineHere = 316;
 bool CVX_Graph::OnCommand(UINT id) {
   switch (id) {
     case kHairlineHere: ShowHairlineHere(); return true;
-    default: return false;
+    default: return OpenPropertyFrame(id);
   }
 }
 

@@ -230,5 +230,35 @@ TEST_F(WindowInputTest, TheContextMenuOffersWhatSuitsThePlace) {
   SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(controlProcedure));
 }
 
+// The property frame: its tab count is noted when it activates, then it is
+// cancelled.
+HHOOK frameHook = nullptr;
+int frameTabs = -1;
+
+LRESULT CALLBACK CloseFrame(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == HCBT_ACTIVATE) {
+    HWND dialog = reinterpret_cast<HWND>(wParam);
+    HWND tabs = FindWindowExW(dialog, nullptr, L"SysTabControl32", nullptr);
+    if (tabs && frameTabs < 0) {
+      frameTabs = int(SendMessageW(tabs, 0x1304 /* TCM_GETITEMCOUNT */, 0, 0));
+      PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+  }
+  return CallNextHookEx(frameHook, code, wParam, lParam);
+}
+
+TEST_F(WindowInputTest, PropertyFramesOpenWithTheirPagesAndClose) {
+  frameHook = SetWindowsHookExW(WH_CBT, CloseFrame, nullptr, GetCurrentThreadId());
+  for (auto [command, tabs] : {std::pair(244, 3), std::pair(426, 1), std::pair(427, 1)}) {
+    frameTabs = -1;
+    SendMessageW(window, WM_COMMAND, WPARAM(command), 0);
+    EXPECT_EQ(frameTabs, tabs) << command;
+  }
+  UnhookWindowsHookEx(frameHook);
+  LONG id = 0, fromLegend = 1;
+  graph->GetCurveInfofromLegend(&id, &fromLegend);
+  EXPECT_EQ(fromLegend, 0) << "the curve page's frame ends the curve choice";
+}
+
 }  // namespace
 }  // namespace zel::testing
