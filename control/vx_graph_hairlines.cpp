@@ -197,14 +197,17 @@ STDMETHODIMP CVX_Graph::GetCurveInfofromLegend(LONG* id, LONG* loadFromLegend) {
 }
 
 // Opens the curve page alone, for the curve `id`; the name is not used.
-// Closing the page forgets the request and ends any highlight.
+// Closing the page forgets the request and ends any highlight. A control
+// not yet shown in its window has no curves on screen, and no page opens.
 STDMETHODIMP CVX_Graph::loadCurveProperty(BSTR, LONG id) {
   loadCurveId_ = id;
   loadFromLegend_ = 1;
   AddRef();
-  IUnknown* self = static_cast<IVX_Graph*>(this);
-  CLSID page = kCurvePageClsid;
-  OleCreatePropertyFrame(GetActiveWindow(), 0, 0, nullptr, 1, &self, 1, &page, LOCALE_USER_DEFAULT, 0, nullptr);
+  if (window_.Exists()) {
+    IUnknown* self = static_cast<IVX_Graph*>(this);
+    CLSID page = kCurvePageClsid;
+    OleCreatePropertyFrame(GetActiveWindow(), 0, 0, nullptr, 1, &self, 1, &page, LOCALE_USER_DEFAULT, 0, nullptr);
+  }
   SetLoadCurveSetttingInfo(-1);
   highlight_.Stop();
   Release();

@@ -159,5 +159,35 @@ TEST_F(HighlightWindowTest, GetPointIntersectionFindsThePointUnderTheMouse) {
   EXPECT_LE(hits, 5) << "within the pen's width of the line only";
 }
 
+// The curve page's frame: its tab count is noted when it activates, and it
+// is cancelled at once.
+HHOOK frameHook = nullptr;
+int frameTabs = -1;
+
+LRESULT CALLBACK CancelFrame(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == HCBT_ACTIVATE && frameTabs < 0) {
+    HWND dialog = reinterpret_cast<HWND>(wParam);
+    if (HWND tabs = FindWindowExW(dialog, nullptr, L"SysTabControl32", nullptr)) {
+      frameTabs = int(SendMessageW(tabs, 0x1304 /* TCM_GETITEMCOUNT */, 0, 0));
+      PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+  }
+  return CallNextHookEx(frameHook, code, wParam, lParam);
+}
+
+TEST_F(HighlightWindowTest, TheCurvePageOpensAloneAndClosingItEndsTheHighlight) {
+  ASSERT_EQ(graph->ShowHighlightedCurve(0, 42, -1), S_OK);
+  frameHook = SetWindowsHookExW(WH_CBT, CancelFrame, nullptr, GetCurrentThreadId());
+  frameTabs = -1;
+  EXPECT_EQ(graph->loadCurveProperty(nullptr, 2), S_OK);
+  UnhookWindowsHookEx(frameHook);
+  EXPECT_EQ(frameTabs, 1);
+  LONG id = 0, fromLegend = 1;
+  graph->GetCurveInfofromLegend(&id, &fromLegend);
+  EXPECT_EQ(id, -1);
+  EXPECT_EQ(fromLegend, 0);
+  EXPECT_FALSE(StillOn());
+}
+
 }  // namespace
 }  // namespace zel::testing
