@@ -1,9 +1,7 @@
 // The operator's side inside ATL's container: timer ticks of the curve
 // highlight, "Show Hairline Here" from the menu command, and the point under
 // the mouse.
-#include <ocidl.h>
-
-#include "com_client.h"
+#include "hosted_control.h"
 
 namespace zel::testing {
 namespace {
@@ -11,50 +9,13 @@ namespace {
 constexpr DISPID kHairlineMoved = 3;
 constexpr UINT kHighlightTimer = 10101, kShowHairlineHere = 316;
 
-class HighlightWindowTest : public ::testing::Test {
+class HighlightWindowTest : public HostedControlTest {
  protected:
-  static void SetUpTestSuite() {
-    OleInitialize(nullptr);
-    ready = AtlAxWinReady();
-  }
-  static void TearDownTestSuite() { OleUninitialize(); }
-  static inline bool ready = false;
-
   void SetUp() override {
-    ASSERT_TRUE(ready);
-    frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr,
-                            nullptr, nullptr);
-    host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, 400, 300, frame,
-                           nullptr, nullptr, nullptr);
-    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
-    IUnknown* unknown = nullptr;
-    ASSERT_EQ(getControl(host, &unknown), S_OK);
-    unknown->QueryInterface(IID_IVX_Graph, reinterpret_cast<void**>(&graph));
-    IOleWindow* oleWindow = nullptr;
-    unknown->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&oleWindow));
-    IConnectionPointContainer* container = nullptr;
-    unknown->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container));
-    unknown->Release();
-    ASSERT_TRUE(oleWindow && container);
-    oleWindow->GetWindow(&window);
-    oleWindow->Release();
-    container->FindConnectionPoint(DIID__IVX_GraphEvents, &point);
-    container->Release();
-    ASSERT_EQ(point->Advise(&sink, &sink.cookie), S_OK);
-
-    Var real(L"REAL"), plot(L"PLOT");
-    ASSERT_EQ(graph->AddXAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v), S_OK);
-    ASSERT_EQ(graph->AddYAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v), S_OK);
-    for (LONG id : {1, 2}) ASSERT_EQ(graph->AddDataset(id, V_BSTR(&plot.v), 1, 1, Var().v), S_OK);
-  }
-  void TearDown() override {
-    if (point) {
-      point->Unadvise(sink.cookie);
-      point->Release();
-    }
-    if (graph) graph->Release();
-    DestroyWindow(frame);
+    HostedControlTest::SetUp();
+    AddRealAxes();
+    AddPlot(1);
+    AddPlot(2);
   }
 
   // Both axes run from 0 to 100.
@@ -77,11 +38,6 @@ class HighlightWindowTest : public ::testing::Test {
     graph->GetCurvelogID(&logId);
     return logId == 1;
   }
-
-  HWND frame = nullptr, host = nullptr, window = nullptr;
-  IVX_Graph* graph = nullptr;
-  IConnectionPoint* point = nullptr;
-  Sink sink;
 };
 
 TEST_F(HighlightWindowTest, TimerTicksEndTheHighlightAtTheThirdForOneSecond) {

@@ -2,9 +2,7 @@
 // drags and clicks become events for a connected sink, keys the control does
 // not use reach the parent, scroll requests move the view, and a host may
 // change the graph from inside an event handler.
-#include <ocidl.h>
-
-#include "com_client.h"
+#include "hosted_control.h"
 
 namespace zel::testing {
 namespace {
@@ -20,59 +18,15 @@ LRESULT CALLBACK RecordKeys(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return CallWindowProcW(containerProcedure, window, message, wParam, lParam);
 }
 
-class WindowInputTest : public ::testing::Test {
+class WindowInputTest : public HostedControlTest {
  protected:
-  static void SetUpTestSuite() {
-    OleInitialize(nullptr);
-    ready = AtlAxWinReady();
-  }
-  static void TearDownTestSuite() { OleUninitialize(); }
-  static inline bool ready = false;
-
   void SetUp() override {
-    ASSERT_TRUE(ready);
-    frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr,
-                            nullptr, nullptr);
-    host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, 400, 300, frame,
-                           nullptr, nullptr, nullptr);
-    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
-    IUnknown* unknown = nullptr;
-    ASSERT_EQ(getControl(host, &unknown), S_OK);
-    unknown->QueryInterface(IID_IVX_Graph, reinterpret_cast<void**>(&graph));
-    IOleWindow* oleWindow = nullptr;
-    unknown->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&oleWindow));
-    unknown->Release();
-    ASSERT_NE(oleWindow, nullptr);
-    oleWindow->GetWindow(&window);
-    oleWindow->Release();
-    ASSERT_TRUE(IsWindow(window));
+    HostedControlTest::SetUp();
     containerProcedure = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(GetParent(window), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordKeys)));
     parentKeys.clear();
-
-    IConnectionPointContainer* container = nullptr;
-    graph->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container));
-    container->FindConnectionPoint(DIID__IVX_GraphEvents, &point);
-    container->Release();
-    ASSERT_EQ(point->Advise(&sink, &sink.cookie), S_OK);
-
-    Var real(L"REAL");
-    for (bool vertical : {false, true}) {
-      HRESULT hr = vertical ? graph->AddYAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v)
-                            : graph->AddXAxis(1, V_BSTR(&real.v), Var().v, 0, Var::Missing().v, Var::Missing().v);
-      ASSERT_EQ(hr, S_OK);
-    }
-    Var plot(L"PLOT");
-    ASSERT_EQ(graph->AddDataset(1, V_BSTR(&plot.v), 1, 1, Var().v), S_OK);
-  }
-  void TearDown() override {
-    if (point) {
-      point->Unadvise(sink.cookie);
-      point->Release();
-    }
-    if (graph) graph->Release();
-    DestroyWindow(frame);
+    AddRealAxes();
+    AddPlot(1);
   }
 
   void Send(UINT message, int x, int y) { SendMessageW(window, message, 0, MAKELPARAM(x, y)); }
@@ -81,17 +35,6 @@ class WindowInputTest : public ::testing::Test {
     Send(WM_MOUSEMOVE, x1, y1);
     Send(WM_LBUTTONUP, x1, y1);
   }
-  std::vector<std::vector<Var>> EventsOf(DISPID id) const {
-    std::vector<std::vector<Var>> found;
-    for (const auto& call : sink.calls)
-      if (V_I4(&call[0].v) == id) found.push_back(call);
-    return found;
-  }
-
-  HWND frame = nullptr, host = nullptr, window = nullptr;
-  IVX_Graph* graph = nullptr;
-  IConnectionPoint* point = nullptr;
-  Sink sink;
 };
 
 TEST_F(WindowInputTest, ABandFiresAreaSelectedAndAClickSelectsFromTheGraph) {
