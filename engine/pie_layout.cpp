@@ -1,4 +1,5 @@
 #include "engine/pie_layout.h"
+#include "util/win32_arith.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,11 +9,6 @@ namespace {
 
 // Free space between one label's text and the next label's swatch in a row.
 constexpr int64_t kLabelSpacing = 10;
-
-int32_t Clamp32(int64_t v) {
-  return int32_t(
-      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-}
 
 // Labels placed in rows, and the far right and bottom edges they reach
 // (one past their last pixel), relative to the pie's rectangle.
@@ -38,8 +34,8 @@ Placement Flow(std::span<const int32_t> widths, int64_t startX, int64_t startY, 
       x = startX;
       y += pitch;
     }
-    p.xs.push_back(Clamp32(x));
-    p.ys.push_back(Clamp32(y));
+    p.xs.push_back(ClampToInt32(x));
+    p.ys.push_back(ClampToInt32(y));
     p.right = std::max(p.right, x + extent);
     p.bottom = std::max(p.bottom, y + kPieLabelTop + pitch);
     x += extent - kPieLabelLeft + kLabelSpacing;
@@ -62,8 +58,8 @@ int64_t MinDiameter(int64_t width, int64_t below, int64_t diameter) {
 PieLayout LayOutPie(int32_t width, int32_t height, int32_t lineHeight, std::span<const int32_t> labelWidths) {
   PieLayout layout;
   if (labelWidths.empty()) {
-    layout.overflowX = Clamp32(-int64_t(width));
-    layout.overflowY = Clamp32(-int64_t(height));
+    layout.overflowX = ClampToInt32(-int64_t(width));
+    layout.overflowY = ClampToInt32(-int64_t(height));
     return layout;
   }
   int64_t w = width, h = height;
@@ -93,11 +89,11 @@ PieLayout LayOutPie(int32_t width, int32_t height, int32_t lineHeight, std::span
       p = Flow(labelWidths, 0, band + d, w - 1, pitch);
     }
   }
-  layout.diameter = Clamp32(d);
+  layout.diameter = ClampToInt32(d);
   layout.labelX = std::move(p.xs);
   layout.labelY = std::move(p.ys);
-  layout.overflowX = Clamp32(overX(p));
-  layout.overflowY = Clamp32(overY(p));
+  layout.overflowX = ClampToInt32(overX(p));
+  layout.overflowY = ClampToInt32(overY(p));
   return layout;
 }
 

@@ -7,6 +7,7 @@
 #include "engine/pie_layout.h"
 #include "engine/v_pie_dataset.h"
 #include "util/value.h"
+#include "util/win32_arith.h"
 
 namespace zel {
 namespace {
@@ -20,11 +21,6 @@ constexpr int32_t kTitleLeft = 10;
 constexpr int32_t kTitleTop = 5;
 // The wedges are drawn this much inside the laid-out circle.
 constexpr int32_t kWedgeInset = 3;
-
-int32_t Clamp32(int64_t v) {
-  return int32_t(
-      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-}
 
 // The height of a line of text in the selected font, whatever the text.
 int32_t LineHeight(Surface& surface) { return surface.TextExtent(u"0").cy; }
@@ -41,9 +37,9 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   if (count_ == 0) return;
   surface.Save();
   const Rect& r = plotRect_;
-  surface.IntersectClip({Clamp32(int64_t(r.left) - windowOrigin.x), Clamp32(int64_t(r.top) - windowOrigin.y),
-                         Clamp32(int64_t(r.right) - windowOrigin.x),
-                         Clamp32(int64_t(r.bottom) - windowOrigin.y)});
+  surface.IntersectClip({ClampToInt32(int64_t(r.left) - windowOrigin.x), ClampToInt32(int64_t(r.top) - windowOrigin.y),
+                         ClampToInt32(int64_t(r.right) - windowOrigin.x),
+                         ClampToInt32(int64_t(r.bottom) - windowOrigin.y)});
   surface.SelectPen({kPenSolid, 1, 0});
   surface.SetTextAlign(kAlignLeft | kAlignTop);
 
@@ -73,8 +69,8 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   int32_t radius = pieDiameter_ / 2, drawn = radius - kWedgeInset;
   // All sizes zero (or not numbers) leave no angle to share out.
   if (total != 0 && std::isfinite(total) && drawn > 0) {
-    Point centre{Clamp32(int64_t(r.left) + radius),
-                 Clamp32(int64_t(r.top) + titleHeight + kPieTitleBand + radius)};
+    Point centre{ClampToInt32(int64_t(r.left) + radius),
+                 ClampToInt32(int64_t(r.top) + titleHeight + kPieTitleBand + radius)};
     Rect box{centre.x - drawn, centre.y - drawn, centre.x + drawn, centre.y + drawn};
     double from = 0;
     for (size_t i = 0; i < count_; ++i) {

@@ -7,6 +7,7 @@
 #include "engine/curve_painter.h"
 #include "engine/dataset_keywords.h"
 #include "engine/v_dataset.h"
+#include "util/win32_arith.h"
 
 namespace zel {
 namespace {
@@ -17,11 +18,6 @@ constexpr int32_t kRowTop = 3;
 constexpr Color kSeparatorColor = 0xFFFFFF;
 // A scale beyond any printer's, which keeps the scaled pixels in range.
 constexpr double kMaxScale = 100;
-
-int32_t Clamp32(int64_t v) {
-  return int32_t(
-      std::clamp<int64_t>(v, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-}
 
 // The legend's pixel sizes at scale s: gap before the line sample, the
 // sample's length, the first row's offset and the indent of the titles.
@@ -44,7 +40,7 @@ double ScaleOn(Surface& surface, double printScale) {
 }
 
 LogFont ScaledFont(LogFont font, double scale) {
-  font.lfHeight = Clamp32(int64_t(double(font.lfHeight) * scale));
+  font.lfHeight = ClampToInt32(int64_t(double(font.lfHeight) * scale));
   return font;
 }
 
@@ -66,14 +62,14 @@ class EntryFlow {
       previousHeight_ = text.cy;
       rowHeight_ = text.cy;
       widest_ = std::max(widest_, room);
-      return {0, Clamp32(row_)};
+      return {0, ClampToInt32(row_)};
     }
     if (x_ > 0 && x_ + room > width_) {
       x_ = 0;
       row_ += kBandRowSpacing + rowHeight_;
       rowHeight_ = 0;
     }
-    Point at{Clamp32(x_), Clamp32(row_)};
+    Point at{ClampToInt32(x_), ClampToInt32(row_)};
     x_ += room;
     rowHeight_ = std::max<int64_t>(rowHeight_, text.cy);
     widest_ = std::max(widest_, room);
@@ -138,8 +134,8 @@ int32_t VLegend::Measure(Surface& surface, int32_t position, int32_t along, doub
   if (flow.empty()) return 0;
   // Across a side: the widest entry and a gap after it. Across a band: the
   // rows, with the first row's offset again below the last.
-  if (IsSide(position)) return Clamp32(flow.widest() + metrics.gap);
-  return Clamp32(kRowTop + flow.row() + flow.rowHeight() + metrics.firstRow);
+  if (IsSide(position)) return ClampToInt32(flow.widest() + metrics.gap);
+  return ClampToInt32(kRowTop + flow.row() + flow.rowHeight() + metrics.firstRow);
 }
 
 void VLegend::Draw(Surface& surface, double scale) const {
@@ -154,7 +150,7 @@ void VLegend::Draw(Surface& surface, double scale) const {
   ForEachEntry(datasets_, surface, s, [&](const VDataset& dataset, Size text) {
     Point at = flow.Next(text);
     int32_t left = rect.left + at.x;
-    int32_t y = Clamp32(int64_t(rect.top) + kRowTop + text.cy / 2 + at.y);
+    int32_t y = ClampToInt32(int64_t(rect.top) + kRowTop + text.cy / 2 + at.y);
     surface.SetTextColor(dataset.titleColor());
     surface.SelectPen(SamplePen(dataset));
     surface.MoveTo({left + metrics.gap, y});
