@@ -10,16 +10,7 @@ namespace zel {
 namespace {
 
 constexpr int kContextMenu = 180;
-constexpr DISPID kSelectLegendFromGraph = 6;
 enum MenuItem : UINT { kGraphProperties = 244, kAxesProperties = 426, kCurveProperties = 427, kHairlineHere = 316 };
-
-VARIANT Argument(VARTYPE type, LONG value) {
-  VARIANT v;
-  VariantInit(&v);
-  V_VT(&v) = type;
-  V_I4(&v) = value;  // VT_INT, VT_UI4 and VT_I4 share the field
-  return v;
-}
 
 // Gives every item with a command id the text of that id, by position.
 void RelabelMenu(HMENU menu) {
@@ -59,8 +50,7 @@ void CVX_Graph::OnContextMenu(LPARAM lParam) {
     }
     Point last = tracker_.lastMouse();
     AddRef();
-    events_.Fire(kSelectLegendFromGraph, {Argument(VT_INT, last.x), Argument(VT_INT, last.y),
-                                          Argument(VT_UI4, LONG(pixel)), Argument(VT_I4, 1)});
+    Fire(SelectLegendFromGraph{last.x, last.y, Color(pixel), 1});
     bool curve = loadFromLegend_ != 0;
     RemoveMenu(items, kAxesProperties, MF_BYCOMMAND);
     RemoveMenu(items, curve ? kGraphProperties : kCurveProperties, MF_BYCOMMAND);

@@ -117,6 +117,19 @@ HRESULT EventSource::EnumerateSelf(IEnumConnectionPoints** points) {
   return *points ? S_OK : E_OUTOFMEMORY;
 }
 
+VARIANT EventArgument(VARTYPE type, double number) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = type;
+  switch (type) {
+    case VT_R4: V_R4(&v) = float(number); break;
+    case VT_INT: V_INT(&v) = INT(number); break;
+    case VT_UI4: V_UI4(&v) = ULONG(number); break;
+    default: V_I4(&v) = LONG(number); break;
+  }
+  return v;
+}
+
 void EventSource::Fire(DISPID id, std::vector<VARIANT> args) {
   std::reverse(args.begin(), args.end());
   DISPPARAMS params{args.data(), nullptr, UINT(args.size()), 0};

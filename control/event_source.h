@@ -10,6 +10,18 @@
 
 namespace zel {
 
+// The dispids of _IVX_GraphEvents.
+enum EventId : DISPID {
+  kAreaSelected = 2,
+  kHairlineMoved = 3,
+  kGraphAreaMoved = 4,
+  kHighlightLegendAndCurves = 5,
+  kSelectLegendFromGraph = 6,
+};
+
+// An event argument: a number as VT_R4, VT_INT, VT_UI4 or VT_I4.
+VARIANT EventArgument(VARTYPE type, double number);
+
 class EventSource final : public IConnectionPoint {
  public:
   // `owner` is the control's container interface; the point shares its life.

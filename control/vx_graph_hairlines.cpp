@@ -15,16 +15,6 @@
 namespace zel {
 namespace {
 
-constexpr DISPID kHighlightLegendAndCurves = 5;
-
-VARIANT IntArgument(LONG value) {
-  VARIANT v;
-  VariantInit(&v);
-  V_VT(&v) = VT_INT;
-  V_INT(&v) = value;
-  return v;
-}
-
 // The upper bound of the array a VARIANT holds, directly or by reference.
 bool UpperBound(const VARIANT& variant, LONG* upper) {
   const VARIANT* v = &variant;
@@ -154,7 +144,7 @@ STDMETHODIMP CVX_Graph::ShowHighlightedCurve(LONG curveIndex, LONG curvelogId, L
 
 STDMETHODIMP CVX_Graph::HighlightCurveAndLegend(LONG curveId, LONG curveIndex) {
   AddRef();
-  events_.Fire(kHighlightLegendAndCurves, {IntArgument(curveId), IntArgument(curveIndex)});
+  events_.Fire(kHighlightLegendAndCurves, {EventArgument(VT_INT, curveId), EventArgument(VT_INT, curveIndex)});
   Release();
   return S_OK;
 }

@@ -11,24 +11,6 @@
 namespace zel {
 namespace {
 
-constexpr DISPID kAreaSelected = 2;
-constexpr DISPID kHairlineMoved = 3;
-constexpr DISPID kGraphAreaMoved = 4;
-constexpr DISPID kSelectLegendFromGraph = 6;
-
-VARIANT Argument(VARTYPE type, double number) {
-  VARIANT v;
-  VariantInit(&v);
-  V_VT(&v) = type;
-  switch (type) {
-    case VT_R4: V_R4(&v) = float(number); break;
-    case VT_INT: V_INT(&v) = INT(number); break;
-    case VT_UI4: V_UI4(&v) = ULONG(number); break;
-    default: V_I4(&v) = LONG(number); break;
-  }
-  return v;
-}
-
 // The point in the client coordinates of the control window's grandparent,
 // where the border drag against the legend is measured.
 Point InGrandparent(HWND window, Point client) {
@@ -44,16 +26,16 @@ Point InGrandparent(HWND window, Point client) {
 
 void CVX_Graph::Fire(const InteractionEvent& event) {
   if (auto* area = std::get_if<AreaSelected>(&event)) {
-    events_.Fire(kAreaSelected, {Argument(VT_R4, area->left), Argument(VT_R4, area->right),
-                                 Argument(VT_R4, area->bottom), Argument(VT_R4, area->top)});
+    events_.Fire(kAreaSelected, {EventArgument(VT_R4, area->left), EventArgument(VT_R4, area->right),
+                                 EventArgument(VT_R4, area->bottom), EventArgument(VT_R4, area->top)});
   } else if (auto* moved = std::get_if<HairlineMoved>(&event)) {
-    events_.Fire(kHairlineMoved, {Argument(VT_I4, moved->id)});
+    events_.Fire(kHairlineMoved, {EventArgument(VT_I4, moved->id)});
   } else if (auto* border = std::get_if<GraphAreaMoved>(&event)) {
-    events_.Fire(kGraphAreaMoved, {Argument(VT_R4, border->x), Argument(VT_R4, border->y)});
+    events_.Fire(kGraphAreaMoved, {EventArgument(VT_R4, border->x), EventArgument(VT_R4, border->y)});
   } else if (auto* click = std::get_if<SelectLegendFromGraph>(&event)) {
-    events_.Fire(kSelectLegendFromGraph, {Argument(VT_INT, click->x), Argument(VT_INT, click->y),
-                                          Argument(VT_UI4, click->pixelColor),
-                                          Argument(VT_I4, click->openContextMenu)});
+    events_.Fire(kSelectLegendFromGraph, {EventArgument(VT_INT, click->x), EventArgument(VT_INT, click->y),
+                                          EventArgument(VT_UI4, click->pixelColor),
+                                          EventArgument(VT_I4, click->openContextMenu)});
   }
 }
 
