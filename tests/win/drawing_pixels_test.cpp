@@ -19,14 +19,22 @@ AxisProps Range(double min, double max) {
   return props;
 }
 
+// A graph of 300 by 200 pixels with a REAL X and Y axis from 0 to 100.
+struct CanvasGraph {
+  MemoryCanvas canvas{300, 200};
+  CanvasWindow window{canvas};
+  VGraph graph{&window};
+  CanvasGraph() {
+    ResetProcessState();
+    AxisProps range = Range(0, 100);
+    graph.AddXAxis(1, kAxisReal, &range);
+    graph.AddYAxis(1, kAxisReal, &range);
+  }
+};
+
 TEST(DrawingPixels, ACurveCrossesThePlotInItsColour) {
-  ResetProcessState();
-  MemoryCanvas canvas(300, 200);
-  CanvasWindow window(canvas);
-  VGraph graph(&window);
-  AxisProps range = Range(0, 100);
-  graph.AddXAxis(1, kAxisReal, &range);
-  graph.AddYAxis(1, kAxisReal, &range);
+  CanvasGraph drawn;
+  auto& [canvas, window, graph] = drawn;
   DatasetProps props;
   props.lineColor = RGB(255, 0, 0);
   graph.AddDataset(1, kPlot, 1, 1, &props);
@@ -43,13 +51,8 @@ TEST(DrawingPixels, ACurveCrossesThePlotInItsColour) {
 }
 
 TEST(DrawingPixels, AHairlineColoursItsColumnAndLabelsItBelowThePlot) {
-  ResetProcessState();
-  MemoryCanvas canvas(300, 200);
-  CanvasWindow window(canvas);
-  VGraph graph(&window);
-  AxisProps range = Range(0, 100);
-  graph.AddXAxis(1, kAxisReal, &range);
-  graph.AddYAxis(1, kAxisReal, &range);
+  CanvasGraph drawn;
+  auto& [canvas, window, graph] = drawn;
   graph.AddHairline(50, Color(RGB(0, 0, 255)), 1);
   graph.xAxisHairline() = 1;
   Render(graph, canvas);
