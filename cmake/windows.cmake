@@ -63,6 +63,14 @@ target_compile_options(gallery PRIVATE -municode)
 target_link_options(gallery PRIVATE -municode)
 target_link_libraries(gallery PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 windowscodecs)
 
+# The scripted operator's session of examples/: a visible window on a real
+# screen, driven by mouse input and photographed after each step.
+add_executable(interaction_session examples/interaction_session.cpp)
+target_compile_options(interaction_session PRIVATE -municode)
+target_link_options(interaction_session PRIVATE -municode)
+target_link_libraries(interaction_session PRIVATE zelgraph_interface ${static_runtime}
+  ole32 oleaut32 uuid gdi32 user32 windowscodecs)
+
 # A timing program for painting dense curves through GDI; built on request,
 # not run by the tests.
 add_executable(paint_bench EXCLUDE_FROM_ALL bench/win/paint_bench.cpp control/gdi_surface.cpp control/platform_win.cpp)
