@@ -51,11 +51,28 @@ set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
 add_subdirectory(${GTEST_SOURCE_DIR} googletest EXCLUDE_FROM_ALL)
 
 file(GLOB win_test_sources CONFIGURE_DEPENDS tests/win/*.cpp)
-list(APPEND win_test_sources control/platform_win.cpp control/gdi_surface.cpp)
+list(APPEND win_test_sources control/platform_win.cpp control/gdi_surface.cpp
+  control/hooked_message_boxes.cpp control/localized_windows.cpp control/prompt_message.cpp)
 add_executable(zelgraph_win_tests ${win_test_sources})
 target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core zelgraph_interface gtest gtest_main
   ${static_runtime} oleaut32 ole32 uuid gdi32 user32 advapi32)
 add_dependencies(zelgraph_win_tests ZELGraph)
+
+# Language libraries for the language tests: resource-only modules laid out
+# as a host ships them beside a copy of the control named LangGraph.dll (the
+# test makes the copy). DE and EN use the first file name, FR the second.
+foreach(language DE EN FR)
+  set(library_name LangGraph_texts_${language})
+  if(language STREQUAL "FR")
+    set(library_name LangGraph_texts${language})
+  endif()
+  add_library(test_language_${language} SHARED tests/win/languages/${language}.rc)
+  set_target_properties(test_language_${language} PROPERTIES
+    LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME ${library_name}
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/language_test/${language})
+  target_link_options(test_language_${language} PRIVATE -nostdlib -Wl,-e,0 -s)
+  add_dependencies(zelgraph_win_tests test_language_${language})
+endforeach()
 
 # The gallery host program of examples/: a client of the registered control.
 add_executable(gallery examples/gallery.cpp)

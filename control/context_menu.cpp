@@ -1,28 +1,16 @@
 // The graph's context menu: which property pages it offers depends on
 // where the operator clicked, and on whether the host says the click hit a
 // curve (it may, from the SelectLegendFromGraph event fired just before).
+#include "control/localized_windows.h"
 #include "control/module.h"
 #include "control/vx_graph.h"
 #include "interaction/pixel_frame.h"
-#include "util/texts.h"
 
 namespace zel {
 namespace {
 
 constexpr int kContextMenu = 180;
 enum MenuItem : UINT { kGraphProperties = 244, kAxesProperties = 426, kCurveProperties = 427, kHairlineHere = 316 };
-
-// Gives every item with a command id the text of that id, by position.
-void RelabelMenu(HMENU menu) {
-  int count = GetMenuItemCount(menu);
-  for (int position = 0; position < count; ++position) {
-    UINT id = GetMenuItemID(menu, position);
-    if (id == 0 || id == UINT(-1)) continue;
-    Text text = LookupText(int(id));
-    if (text.empty()) continue;
-    ModifyMenuW(menu, UINT(position), MF_BYPOSITION | MF_STRING, id, reinterpret_cast<LPCWSTR>(text.c_str()));
-  }
-}
 
 }  // namespace
 

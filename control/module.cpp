@@ -5,6 +5,8 @@
 
 #include "control/class_factory.h"
 #include "control/class_ids.h"
+#include "control/language_libraries.h"
+#include "control/localized_windows.h"
 #include "control/platform_win.h"
 #include "control/vx_graph.h"
 #include "pages/settings_page.h"
@@ -15,6 +17,8 @@ namespace {
 
 HINSTANCE moduleInstance = nullptr;
 std::atomic<long> locks{0};
+
+Text LibraryText(int id) { return LanguageLibraryText(id); }
 
 }  // namespace
 
@@ -31,11 +35,16 @@ void UnlockModule() { --locks; }
 
 }  // namespace zel
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
   if (reason == DLL_PROCESS_ATTACH) {
     zel::moduleInstance = instance;
     DisableThreadLibraryCalls(instance);
-    zel::InstallWindowsPlatformHooks();
+    zel::InstallWindowsPlatformHooks(zel::LibraryText);
+    zel::ReloadLanguageLibraries();
+  } else if (reason == DLL_PROCESS_DETACH && !reserved) {
+    // Unloaded by FreeLibrary (at process exit the system frees everything).
+    zel::FreeLanguageLibraries();
+    zel::FreeRelabelFonts();
   }
   return TRUE;
 }

@@ -33,8 +33,8 @@ SystemTime UtcNow() {
 
 }  // namespace
 
-void InstallWindowsPlatformHooks() {
-  InstallPlatformHooks({.screenResolution = DisplayResolution, .utcNow = UtcNow});
+void InstallWindowsPlatformHooks(Text (*languageText)(int id)) {
+  InstallPlatformHooks({.screenResolution = DisplayResolution, .utcNow = UtcNow, .languageText = languageText});
 }
 
 LOGFONTW ToLogFontW(const LogFont& font) { return std::bit_cast<LOGFONTW>(font); }

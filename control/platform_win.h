@@ -5,12 +5,13 @@
 
 #include "util/automation_date.h"
 #include "util/font_spec.h"
+#include "util/text.h"
 
 namespace zel {
 
 // Screen resolution from the display's device context, time from the system
-// clock.
-void InstallWindowsPlatformHooks();
+// clock, texts from `languageText` (none when null).
+void InstallWindowsPlatformHooks(Text (*languageText)(int id) = nullptr);
 
 LOGFONTW ToLogFontW(const LogFont& font);
 SystemTime FromSystemTime(const SYSTEMTIME& time);

@@ -1,4 +1,5 @@
 // The context menu's commands and the highlight timer.
+#include "control/hooked_message_boxes.h"
 #include "control/vx_graph.h"
 #include "interaction/hairline_intersection.h"
 #include "util/text_ids.h"
@@ -23,8 +24,7 @@ bool CVX_Graph::OnCommand(UINT id) {
 void CVX_Graph::ShowHairlineHere() {
   std::optional<int32_t> moved = PlaceLastHairline(*graph_, &window_, tracker_.lastMouse().x);
   if (!moved) {
-    MessageBoxW(window_.handle(), reinterpret_cast<LPCWSTR>(LookupText(kMsgSelectShowHairline).c_str()),
-                reinterpret_cast<LPCWSTR>(LookupText(kCaptionShowHairlineHere).c_str()), MB_OK);
+    CHookedMessageBoxes::Show(window_.handle(), LookupText(kMsgSelectShowHairline), LookupText(kCaptionShowHairlineHere), MB_OK);
     return;
   }
   Apply({{HairlineMoved{*moved}}, {}, false, true});

@@ -2,6 +2,7 @@
 // the cursor, handed to the interaction core. The events it asks for are
 // fired only after the engine calls have returned, because hosts call back
 // into the control from their event handlers.
+#include "control/hooked_message_boxes.h"
 #include "control/vx_graph.h"
 #include "interaction/hairline_intersection.h"
 #include "interaction/scroller.h"
@@ -80,8 +81,7 @@ bool CVX_Graph::OnKeyDown(WPARAM key) {
   if (key != VK_LEFT && key != VK_RIGHT) return false;
   std::optional<int32_t> moved = SnapHairline(*graph_, &window_, key == VK_RIGHT, showHZ_);
   if (!moved) {
-    MessageBoxW(window_.handle(), reinterpret_cast<LPCWSTR>(LookupText(kMsgSelectShowHairline).c_str()),
-                reinterpret_cast<LPCWSTR>(LookupText(kCaptionSnapHairline).c_str()), MB_OK);
+    CHookedMessageBoxes::Show(window_.handle(), LookupText(kMsgSelectShowHairline), LookupText(kCaptionSnapHairline), MB_OK);
     return true;
   }
   Apply({{HairlineMoved{*moved}}, {}, false, true});

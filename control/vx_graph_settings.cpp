@@ -5,6 +5,7 @@
 
 #include "control/automation_values.h"
 #include "control/error_reporting.h"
+#include "control/language_libraries.h"
 #include "control/vx_graph.h"
 #include "interaction/selection.h"
 #include "util/process_state.h"
@@ -232,6 +233,7 @@ STDMETHODIMP CVX_Graph::SetListControlParent(IUnknown*) { return S_OK; }
 STDMETHODIMP CVX_Graph::SetLanguage(BSTR language) {
   Text name = TextOf(language);
   if (name.size() >= 2) Process().language = name;
+  ReloadLanguageLibraries();
   return S_OK;
 }
 

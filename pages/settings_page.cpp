@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "control/localized_windows.h"
 #include "control/module.h"
 #include "util/text_ids.h"
 #include "util/texts.h"
@@ -59,7 +60,9 @@ STDMETHODIMP CSettingsPage::Activate(HWND parent, LPCRECT place, BOOL) {
   window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"STATIC", reinterpret_cast<LPCWSTR>(title.c_str()),
                             WS_CHILD | SS_CENTER, place->left, place->top, place->right - place->left,
                             place->bottom - place->top, parent, nullptr, ModuleInstance(), nullptr);
-  return window_ ? S_OK : E_FAIL;
+  if (!window_) return E_FAIL;
+  RelabelDialog(window_);
+  return S_OK;
 }
 
 STDMETHODIMP CSettingsPage::Deactivate() {

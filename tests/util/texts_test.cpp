@@ -1,5 +1,6 @@
 #include "util/texts.h"
 
+#include "util/language_files.h"
 #include "util/util_test_support.h"
 
 namespace zel {
@@ -42,6 +43,17 @@ TEST_F(TextsTest, LanguageLibrariesComeFirst) {
   EXPECT_EQ(FormatText(kMsgAxisExists, 4), u"Achse 4 existiert bereits");
   EXPECT_EQ(LookupText(kButtonOk).size(), 255u);
   EXPECT_EQ(FormatText(kMsgAxisMissing, 4), u"Axis with  id = 4 does NOT exist");
+}
+
+TEST(LanguageFilesTest, LibrariesLieInALanguageFolderBesideTheModule) {
+  using Names = std::array<Text, 2>;
+  EXPECT_EQ(LanguageLibraryNames(u"C:\\app\\ZELGraph.dll", u"DE"),
+            (Names{u"C:\\app\\DE\\ZELGraph_texts_DE.dll", u"C:\\app\\DE\\ZELGraph_textsDE.dll"}));
+  // Only the file name splits at its last dot; without one there is no extension.
+  EXPECT_EQ(LanguageLibraryNames(u"C:\\v1.2\\my.graph.ocx", u"RU"),
+            (Names{u"C:\\v1.2\\RU\\my.graph_texts_RU.ocx", u"C:\\v1.2\\RU\\my.graph_textsRU.ocx"}));
+  EXPECT_EQ(LanguageLibraryNames(u"C:\\v1.2\\graph", u"EN"),
+            (Names{u"C:\\v1.2\\EN\\graph_texts_EN", u"C:\\v1.2\\EN\\graph_textsEN"}));
 }
 
 }  // namespace
