@@ -2,6 +2,7 @@
 // buttons the system draws are relabelled by their group, and a note asked
 // not to come back stays away.
 #include "control/hooked_message_boxes.h"
+#include "control/localized_windows.h"
 #include "control/prompt_message.h"
 #include "modal_watch.h"
 #include "util/platform_hooks.h"
@@ -94,6 +95,32 @@ TEST_F(MessageBoxTest, ANoteSilencedByItsBoxStaysAway) {
   EXPECT_EQ(seen.note, L"Change in Line color will change maker color, legend color and fill color accordingly.");
   EXPECT_EQ(prompt.showAgain(CPromptMsg::kLineColorNote), 1);
   FreeLibrary(resources);
+}
+
+TEST_F(MessageBoxTest, DialogChildrenTakeTheTextsOfTheirIdsAndRussianTheCyrillicCharacterSet) {
+  HWND dialog = CreateWindowExW(0, L"STATIC", L"page", WS_POPUP, 0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
+  auto child = [&](int id) {
+    return CreateWindowExW(0, L"BUTTON", L"resource", WS_CHILD, 0, 0, 50, 20, dialog, HMENU(INT_PTR(id)), nullptr,
+                           nullptr);
+  };
+  HWND ok = child(335), unknown = child(4000), noId = child(0);
+  auto charset = [](HWND window) {
+    LOGFONTW look{};
+    HFONT font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+    GetObjectW(font ? font : GetStockObject(SYSTEM_FONT), sizeof look, &look);
+    return look.lfCharSet;
+  };
+  RelabelDialog(dialog);
+  EXPECT_EQ(WindowText(ok), L"335!");
+  EXPECT_EQ(WindowText(unknown), L"resource");
+  EXPECT_EQ(WindowText(noId), L"resource");
+  EXPECT_NE(charset(ok), RUSSIAN_CHARSET);
+
+  Process().language = u"RU";
+  RelabelDialog(dialog);
+  for (HWND window : {ok, unknown, noId}) EXPECT_EQ(charset(window), RUSSIAN_CHARSET);
+  ResetProcessState();
+  DestroyWindow(dialog);
 }
 
 }  // namespace
