@@ -2,10 +2,11 @@
 # Builds and tests ZELGraph on Debian. Installs whatever the build needs first.
 #
 #   ./zelgraph.sh        build everything (native, sanitized, Windows x86_64 and i686),
-#                        register the control in the project's Wine prefix and render
-#                        the demo gallery as PNG files
+#                        register the control in the project's Wine prefix, render
+#                        the demo gallery as PNG files and add the screenshots of a
+#                        scripted operator's session on a virtual screen
 #   ./zelgraph.sh test   build everything and run every test suite: native, sanitized,
-#                        and the Windows test program under Wine
+#                        the Windows test program under Wine and the operator's session
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -51,7 +52,7 @@ show_built() {
   local f
   for f in native/zelgraph_tests native/zelgraph_bench asan/zelgraph_tests \
            win64/bin/ZELGraph.dll win64/bin/zelgraph_win_tests.exe \
-           win64/bin/gallery.exe win32/bin/ZELGraph.dll win32/bin/zelgraph_win_tests.exe; do
+           win64/bin/gallery.exe win64/bin/interaction_session.exe win32/bin/ZELGraph.dll win32/bin/zelgraph_win_tests.exe; do
     [ -e "$build/$f" ] && printf '  %-36s %8s bytes\n' "build/$f" "$(stat -c %s "$build/$f")"
   done
   return 0
@@ -73,6 +74,33 @@ prepare_wine_prefix() {
 
 have_wine32() {
   [ -x /usr/lib/wine/wine ] || dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null | grep -q 'install ok installed'
+}
+
+# run_session FOLDER: the scripted operator's session of examples/ in real
+# windows, on a virtual screen (Xvfb), writing its screenshots into FOLDER.
+# Real windows need Wine's X11 driver, so it runs in a second prefix of the
+# project's, in which Wine draws the window frames itself (there is no window
+# manager). Its Wine processes end before the screen goes away.
+run_session() {
+  local folder=$1
+  (
+    export WINEPREFIX=$build/screen-wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+    if [ ! -f "$WINEPREFIX/.zelgraph-ready" ]; then
+      log "creating the Wine prefix for the screen session"
+      wineboot -i >/dev/null 2>&1
+      wine reg add 'HKCU\Software\Wine\X11 Driver' /v Decorated /d N /f >/dev/null 2>&1
+      wine reg delete 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /f >/dev/null 2>&1
+      wineserver -w
+      touch "$WINEPREFIX/.zelgraph-ready"
+    fi
+    mkdir -p "$folder"
+    timeout 120 xvfb-run -a -s '-screen 0 1024x768x24' bash -c '
+      wine regsvr32 /s "$(winepath -w "$1")" >/dev/null 2>&1
+      status=0
+      wine "$2" "$(winepath -w "$3")" 2>&1 || status=$?
+      wineserver -k 2>/dev/null
+      exit $status' session "$build/win64/bin/ZELGraph.dll" "$build/win64/bin/interaction_session.exe" "$folder"
+  )
 }
 
 passed=0 failed=0 skipped=0
@@ -103,13 +131,19 @@ run_suite() {
   passed=$((passed + ${p:-0})) failed=$((failed + ${f:-0})) skipped=$((skipped + ${s:-0}))
 }
 
-# run_script LABEL SCRIPT: runs a VBScript test under Wine's cscript; it
-# prints PASS or FAIL per check and "done" when it reached its end.
+# run_script LABEL SCRIPT: runs a VBScript test under Wine's cscript.
 run_script() {
-  local label=$1 script=$2
+  local script=$2
+  run_checks "$1" wine cscript //nologo "$(winepath -w "$script")"
+}
+
+# run_checks LABEL COMMAND...: runs a test program that prints PASS or FAIL
+# per check and "done" when it reached its end, and adds up its checks.
+run_checks() {
+  local label=$1; shift
   log "testing $label"
   local out p f
-  out=$(wine cscript //nologo "$(winepath -w "$script")" 2>&1) || true
+  out=$("$@" 2>&1) || true
   p=$(printf '%s\n' "$out" | grep -c '^PASS ' || true)
   f=$(printf '%s\n' "$out" | grep -c '^FAIL ' || true)
   printf '%s\n' "$out" | grep '^FAIL ' || true
@@ -146,6 +180,7 @@ run_tests() {
   run_suite "Windows x86_64 under Wine" wine "$build/win64/bin/zelgraph_win_tests.exe"
   run_script "a scripting host (VBScript)" "$root/tests/win/scripting_host_test.vbs"
   run_example "$root/examples/build_and_read_graph.vbs"
+  run_checks "an operator's session on a screen (Xvfb)" run_session "$build/session"
   if have_wine32; then
     run_suite "Windows i686 under Wine" wine "$build/win32/bin/zelgraph_win_tests.exe"
   else
@@ -164,6 +199,8 @@ render_gallery() {
   rm -rf "$build/gallery"
   wine "$build/win64/bin/gallery.exe" "$(winepath -w "$build/gallery")"
   wineserver -k 2>/dev/null || true
+  log "running the operator's session on a virtual screen"
+  run_session "$build/gallery"
   echo
   echo "The gallery is in $build/gallery"
 }
