@@ -396,6 +396,19 @@ int ChangedOnRow(const Shot& a, const Shot& b, int y, int x0, int x1) {
   return changed;
 }
 
+// Captures the control's window until `holds` accepts the picture or a
+// second has passed: the screen may show a paint a moment after the window
+// system delivered it. Returns the last picture.
+template <typename Holds>
+Shot Await(HWND window, Holds holds) {
+  Shot shot = Capture(window, true);
+  for (int tries = 0; tries < 10 && !holds(shot); ++tries) {
+    Pump(100);
+    shot = Capture(window, true);
+  }
+  return shot;
+}
+
 bool Near(float a, float b, float tolerance) { return std::fabs(a - b) <= tolerance; }
 
 LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -460,7 +473,7 @@ int Session(const std::wstring& folder) {
               GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
   Screenshot(frame, folder, L"interaction_1_start");
   const int row = client.bottom / 2;
-  Shot start = Capture(window, true);
+  Shot start = Await(window, [&](const Shot& shot) { return HairlineColumn(shot, row) > 0; });
   int hairlineX = HairlineColumn(start, row);
   float startPosition = NAN;
   graph->GetHairlinePosition(hairline, &startPosition);
@@ -473,7 +486,9 @@ int Session(const std::wstring& folder) {
   POINT bandFrom{client.right * 45 / 100, client.bottom * 30 / 100};
   POINT bandTo{client.right * 70 / 100, client.bottom * 62 / 100};
   Drag(window, bandFrom, bandTo, [&] {
-    Shot during = Capture(window, true);
+    Shot during = Await(window, [&](const Shot& shot) {
+      return ChangedOnRow(start, shot, bandFrom.y, bandFrom.x + 4, bandTo.x - 4) > 20;
+    });
     Check(ChangedOnRow(start, during, bandFrom.y, bandFrom.x + 4, bandTo.x - 4) > 20,
           "the rubber band shows on the screen while it is dragged");
     Screenshot(frame, folder, L"interaction_2_band");
@@ -486,8 +501,11 @@ int Session(const std::wstring& folder) {
     Check(band.left > 0.2f && band.right < 0.95f && band.right - band.left > 0.15f && band.top > band.bottom,
           "the band's fractions lie where the band was drawn");
   }
-  Shot released = Capture(window, true);
-  Check(ChangedOnRow(start, released, bandFrom.y, bandFrom.x + 4, bandTo.x - 4) < 4,
+  auto bandGone = [&](const Shot& shot) {
+    return ChangedOnRow(start, shot, bandFrom.y, bandFrom.x + 4, bandTo.x - 4) < 4;
+  };
+  Shot released = Await(window, bandGone);
+  Check(bandGone(released),
         "the band is gone from the screen after the release");
 
   // 2. Zoom to the selection, as a host's zoom button does.
@@ -498,9 +516,13 @@ int Session(const std::wstring& folder) {
             Near(zoomed.bottom, band.bottom, 1e-4f) && Near(zoomed.top, band.top, 1e-4f),
         "ZoomToSelection zooms to the band");
   Check(!Near(full.right - full.left, zoomed.right - zoomed.left, 0.05f), "the zoom narrows the view");
+  // The plot's middle row, left of the legend, differs from an earlier picture.
+  auto repainted = [&](const Shot& old, const Shot& shot) {
+    return ChangedOnRow(old, shot, row, 60, client.right - 140) > 20;
+  };
+  Shot afterZoom = Await(window, [&](const Shot& shot) { return repainted(released, shot); });
+  Check(repainted(released, afterZoom), "the zoomed view is painted");
   Screenshot(frame, folder, L"interaction_3_zoomed");
-  Shot afterZoom = Capture(window, true);
-  Check(ChangedOnRow(released, afterZoom, row, 60, client.right - 140) > 20, "the zoomed view is painted");
 
   // 3. Pan: drag the picture left and down, so the view moves right and up.
   SetMode(graph, L"PAN");
@@ -514,9 +536,9 @@ int Session(const std::wstring& folder) {
   Check(Near(panned.right - panned.left, zoomed.right - zoomed.left, 1e-3f) &&
             Near(panned.top - panned.bottom, zoomed.top - zoomed.bottom, 1e-3f),
         "panning keeps the zoom's size");
+  Shot afterPan = Await(window, [&](const Shot& shot) { return repainted(afterZoom, shot); });
+  Check(repainted(afterZoom, afterPan), "the panned view is painted");
   Screenshot(frame, folder, L"interaction_4_panned");
-  Shot afterPan = Capture(window, true);
-  Check(ChangedOnRow(afterZoom, afterPan, row, 60, client.right - 140) > 20, "the panned view is painted");
 
   // 4. Back to the whole range, as a host's "zoom out" button does, then
   // drag the hairline 150 pixels to the right. (Zoomed in, the line is drawn
@@ -526,7 +548,7 @@ int Session(const std::wstring& folder) {
   SetMode(graph, L"SELECT");
   SetZoom(graph, full);
   Pump(300);
-  Shot unzoomed = Capture(window, true);
+  Shot unzoomed = Await(window, [&](const Shot& shot) { return HairlineColumn(shot, row) == hairlineX; });
   int before = HairlineColumn(unzoomed, row);
   float positionBefore = NAN, positionAfter = NAN;
   graph->GetHairlinePosition(hairline, &positionBefore);
@@ -535,7 +557,7 @@ int Session(const std::wstring& folder) {
   Drag(window, {before, row + 40}, {before + 150, row + 20}, [] {});
   Pump(200);
   graph->GetHairlinePosition(hairline, &positionAfter);
-  Shot moved = Capture(window, true);
+  Shot moved = Await(window, [&](const Shot& shot) { return HairlineColumn(shot, row) > before + 100; });
   int after = HairlineColumn(moved, row);
   std::printf("hairline at %.2f%% -> %.2f%%, on screen at x %d -> %d\n", positionBefore, positionAfter, before,
               after);
