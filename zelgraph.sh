@@ -62,10 +62,17 @@ show_built() {
 # windows can be created without a display.
 prepare_wine_prefix() {
   export WINEPREFIX=$build/wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  create_wine_prefix "the Wine prefix" 'HKCU\Software\Wine\Drivers' /v Graphics /d null
+}
+
+# create_wine_prefix WHAT KEY /v NAME /d VALUE: creates $WINEPREFIX once, with
+# one setting of its own.
+create_wine_prefix() {
+  local what=$1; shift
   [ -f "$WINEPREFIX/.zelgraph-ready" ] && return
-  log "creating the Wine prefix"
+  log "creating $what"
   wineboot -i >/dev/null 2>&1
-  wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+  wine reg add "$@" /f >/dev/null 2>&1
   # A crashing test program ends instead of waiting in the debugger.
   wine reg delete 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /f >/dev/null 2>&1
   wineserver -w
@@ -85,14 +92,7 @@ run_session() {
   local folder=$1
   (
     export WINEPREFIX=$build/screen-wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-    if [ ! -f "$WINEPREFIX/.zelgraph-ready" ]; then
-      log "creating the Wine prefix for the screen session"
-      wineboot -i >/dev/null 2>&1
-      wine reg add 'HKCU\Software\Wine\X11 Driver' /v Decorated /d N /f >/dev/null 2>&1
-      wine reg delete 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /f >/dev/null 2>&1
-      wineserver -w
-      touch "$WINEPREFIX/.zelgraph-ready"
-    fi
+    create_wine_prefix "the Wine prefix for the screen session" 'HKCU\Software\Wine\X11 Driver' /v Decorated /d N
     mkdir -p "$folder"
     timeout 120 xvfb-run -a -s '-screen 0 1024x768x24' bash -c '
       wine regsvr32 /s "$(winepath -w "$1")" >/dev/null 2>&1
