@@ -22,7 +22,7 @@ bool CVX_Graph::OnCommand(UINT id) {
 // Moves the last hairline to where the mouse last was; the operator is told
 // to add one first when there is none.
 void CVX_Graph::ShowHairlineHere() {
-  std::optional<int32_t> moved = PlaceLastHairline(*graph_, &window_, tracker_.lastMouse().x);
+  std::optional<int32_t> moved = PlaceLastHairline(*graph_, &window_, tracker_.mouseX());
   if (!moved) {
     CHookedMessageBoxes::Show(window_.handle(), LookupText(kMsgSelectShowHairline), LookupText(kCaptionShowHairlineHere), MB_OK);
     return;

@@ -40,13 +40,16 @@ void CVX_Graph::Fire(const InteractionEvent& event) {
   }
 }
 
+// The events fire first, while the mouse is still captured; then the
+// container hears of the new view, the cursor changes and the capture goes.
 void CVX_Graph::Apply(const Reaction& reaction) {
-  if (reaction.cursor) window_.ShowCursor(*reaction.cursor);
-  if (reaction.viewChanged) ViewChanged();
   // The control stays alive through the events even if a host releases it
   // from a handler.
   AddRef();
   for (const InteractionEvent& event : reaction.events) Fire(event);
+  if (reaction.viewChanged) ViewChanged();
+  if (reaction.cursor) window_.ShowCursor(*reaction.cursor);
+  if (reaction.releaseCapture) window_.CaptureMouse(false);
   Release();
 }
 

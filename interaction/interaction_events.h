@@ -39,6 +39,7 @@ struct Reaction {
   std::optional<CursorShape> cursor;  // set when the cursor is to change now
   bool viewChanged = false;           // tell the container the view changed
   bool handled = true;                // false: pass the key on to the parent
+  bool releaseCapture = false;        // release the mouse once the events have fired
 };
 
 }  // namespace zel

@@ -64,7 +64,6 @@ int MouseTracker::HairlineAt(FramePoint p) const {
 
 Reaction MouseTracker::ButtonDown(Surface& surface, Point client, Point outer) {
   Reaction reaction;
-  lastMouse_ = client;
   window_.CaptureMouse(true);
   ClientRect c = window_.ClientRectangle();
   if (graph_.legend() && OnLegendBorder(graph_.legendPosition(), c, client)) {
@@ -73,6 +72,7 @@ Reaction MouseTracker::ButtonDown(Surface& surface, Point client, Point outer) {
     dragState_ = kDraggingBorder;
     return reaction;
   }
+  lastMouse_ = client;
   EngineDown(surface, ToFrame(graph_, c, client));
   if (dragState_ != kIdle && graph_.mouseMode() == kModePan) reaction.cursor = CursorShape::kGrab;
   return reaction;
@@ -115,14 +115,11 @@ void MouseTracker::EngineDown(Surface& surface, FramePoint p) {
 Reaction MouseTracker::MouseMove(Surface& surface, Point client, Point outer) {
   Reaction reaction;
   if (dragState_ == kDraggingBorder && borderDrag_) {
-    bool sideways = graph_.legend() && (BorderSide(graph_.legendPosition()) % 2 == 1);
-    int32_t change = sideways ? outer.x - borderPoint_.x : outer.y - borderPoint_.y;
-    if (std::abs(change) < kBorderStep) return reaction;
-    borderPoint_ = outer;
-    reaction.events.push_back(GraphAreaMoved{outer.x, outer.y});
+    BorderStep(outer, reaction);
     return reaction;
   }
   lastMouse_ = client;
+  mouseX_ = client.x;
   FramePoint p = ToFrame(graph_, window_.ClientRectangle(), client);
   if (dragState_ == kBanding) {
     XorBand(surface);
@@ -139,6 +136,17 @@ Reaction MouseTracker::MouseMove(Surface& surface, Point client, Point outer) {
   return reaction;
 }
 
+// Reports the border's place in the grandparent once the coordinate that
+// faces the legend (x beside it, y above or below) has moved two pixels or
+// more since the last report; the host resizes the graph area to it.
+void MouseTracker::BorderStep(Point outer, Reaction& reaction) {
+  bool sideways = graph_.legend() && (BorderSide(graph_.legendPosition()) % 2 == 1);
+  int64_t change = sideways ? int64_t(outer.x) - borderPoint_.x : int64_t(outer.y) - borderPoint_.y;
+  if (std::abs(change) < kBorderStep) return;
+  borderPoint_ = outer;
+  reaction.events.push_back(GraphAreaMoved{outer.x, outer.y});
+}
+
 // Keeps the point taken at the press under the cursor, through the scroll
 // bars' thumb tracking.
 void MouseTracker::Pan(FramePoint p) {
@@ -152,11 +160,14 @@ void MouseTracker::Pan(FramePoint p) {
   panClickOnly_ = false;
 }
 
-Reaction MouseTracker::ButtonUp(Surface& surface, Point client, Point) {
+Reaction MouseTracker::ButtonUp(Surface& surface, Point, Point outer) {
   Reaction reaction;
+  reaction.releaseCapture = true;
   int old = dragState_;
   dragState_ = kIdle;
   if (old == kDraggingBorder) {
+    // A release away from the last report finishes the host's resize there.
+    if (borderDrag_) BorderStep(outer, reaction);
     borderDrag_ = false;
     reaction.cursor = CursorShape::kSizeWE;
   } else if (old == kPanning) {
@@ -166,9 +177,8 @@ Reaction MouseTracker::ButtonUp(Surface& surface, Point client, Point) {
   } else if (old == kDraggingHairline) {
     FinishHairline(surface, reaction);
   } else if (old == kBanding) {
-    FinishBand(surface, client, reaction);
+    FinishBand(surface, reaction);
   }
-  window_.CaptureMouse(false);
   return reaction;
 }
 
@@ -186,7 +196,7 @@ void MouseTracker::FinishHairline(Surface& surface, Reaction& reaction) {
   reaction.events.push_back(HairlineMoved{hairline.id});
 }
 
-void MouseTracker::FinishBand(Surface& surface, Point client, Reaction& reaction) {
+void MouseTracker::FinishBand(Surface& surface, Reaction& reaction) {
   graph_.selection() = graph_.band();
   NormalBand b = Normalise(graph_.selection());
   float width = b.right - b.left, height = b.top - b.bottom;
@@ -197,7 +207,7 @@ void MouseTracker::FinishBand(Surface& surface, Point client, Reaction& reaction
   if (large && mode == kModeZoom) return;  // the band stays until the host zooms
   if (large && mode == kModeSelect) reaction.viewChanged = true;
   EraseBand(surface);
-  if (!large && width == 0 && height == 0) reaction.events.push_back(PixelClick(surface, client));
+  if (!large && width == 0 && height == 0) reaction.events.push_back(PixelClick(surface, lastMouse_));
 }
 
 SelectLegendFromGraph MouseTracker::PixelClick(Surface& surface, Point client) const {

@@ -32,8 +32,11 @@ class MouseTracker {
 
   int dragState() const { return dragState_; }
   int activeHairline() const { return activeHairline_; }
-  // The last mouse point seen (client pixels).
+  // The last mouse point the engine saw (client pixels): presses and moves,
+  // but not those of a border drag.
   Point lastMouse() const { return lastMouse_; }
+  // The client x of the last mouse move outside a border drag.
+  int32_t mouseX() const { return mouseX_; }
 
  private:
   Rect ClientBounds() const;
@@ -43,8 +46,9 @@ class MouseTracker {
   int HairlineAt(FramePoint p) const;
   void EngineDown(Surface& surface, FramePoint p);
   void Pan(FramePoint p);
+  void BorderStep(Point outer, Reaction& reaction);
   void FinishHairline(Surface& surface, Reaction& reaction);
-  void FinishBand(Surface& surface, Point client, Reaction& reaction);
+  void FinishBand(Surface& surface, Reaction& reaction);
   SelectLegendFromGraph PixelClick(Surface& surface, Point client) const;
 
   VGraph& graph_;
@@ -56,6 +60,7 @@ class MouseTracker {
   bool panClickOnly_ = true;
   Point borderPoint_;
   Point lastMouse_;
+  int32_t mouseX_ = 0;
 };
 
 }  // namespace zel

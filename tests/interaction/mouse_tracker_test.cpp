@@ -59,16 +59,23 @@ TEST_F(MouseTrackerTest, PlainClickSelectsLegendByPixelColour) {
     Reaction r = Drag({50, 60}, {50, 60});
     ASSERT_EQ(r.events.size(), 1u) << mode;
     EXPECT_EQ(std::get<SelectLegendFromGraph>(r.events[0]), (SelectLegendFromGraph{50, 60, 0x123456, 0}));
-    EXPECT_FALSE(window_.captured);
+    EXPECT_TRUE(r.releaseCapture);
   }
+  // The click is reported where the engine last saw the mouse, not where an
+  // unannounced release lands.
+  graph_.mouseMode() = kModeSelect;
+  tracker_.ButtonDown(surface_, {50, 60}, {});
+  Reaction r = tracker_.ButtonUp(surface_, {53, 60}, {});
+  EXPECT_EQ(r.events, std::vector<InteractionEvent>{(SelectLegendFromGraph{50, 60, 0x123456, 0})});
 }
 
 TEST_F(MouseTrackerTest, PressOutsideThePlotStartsNothingButCaptures) {
   tracker_.ButtonDown(surface_, {-5, 50}, {});
   EXPECT_EQ(tracker_.dragState(), kIdle);
   EXPECT_TRUE(window_.captured);
-  EXPECT_TRUE(tracker_.ButtonUp(surface_, {-5, 50}, {}).events.empty());
-  EXPECT_FALSE(window_.captured);
+  Reaction up = tracker_.ButtonUp(surface_, {-5, 50}, {});
+  EXPECT_TRUE(up.events.empty());
+  EXPECT_TRUE(up.releaseCapture);
 }
 
 TEST_F(MouseTrackerTest, DraggedHairlineLandsWhereTheGhostWas) {
@@ -107,13 +114,36 @@ TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
   EXPECT_EQ(tracker_.CursorAt({100, 295}), CursorShape::kSizeNS);
   graph_.legendPosition() = 1;
 
+  tracker_.MouseMove(surface_, {120, 130}, {});
   tracker_.ButtonDown(surface_, {394, 100}, {500, 40});
   EXPECT_EQ(tracker_.dragState(), kDraggingBorder);
-  EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {501, 90}).events.empty()) << "only x is watched";
-  Reaction moved = tracker_.MouseMove(surface_, {}, {502, 90});
+  EXPECT_TRUE(tracker_.MouseMove(surface_, {395, 150}, {501, 90}).events.empty()) << "only x is watched";
+  Reaction moved = tracker_.MouseMove(surface_, {396, 150}, {502, 90});
   EXPECT_EQ(moved.events, (std::vector<InteractionEvent>{GraphAreaMoved{502, 90}}));
-  EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {503, 90}).events.empty());
-  EXPECT_EQ(tracker_.ButtonUp(surface_, {}, {503, 90}).cursor, CursorShape::kSizeWE);
+  EXPECT_TRUE(tracker_.MouseMove(surface_, {397, 150}, {503, 90}).events.empty());
+  Reaction up = tracker_.ButtonUp(surface_, {}, {503, 90});
+  EXPECT_TRUE(up.events.empty());
+  EXPECT_EQ(up.cursor, CursorShape::kSizeWE);
+  EXPECT_TRUE(up.releaseCapture);
+  EXPECT_EQ(tracker_.lastMouse(), (Point{120, 130})) << "the border drag is the control's, not the engine's";
+  EXPECT_EQ(tracker_.mouseX(), 120);
+
+  // Above the graph y is watched; a release two pixels on finishes there.
+  graph_.legendPosition() = 2;
+  tracker_.ButtonDown(surface_, {100, 1}, {500, 40});
+  EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {540, 41}).events.empty());
+  EXPECT_EQ(tracker_.ButtonUp(surface_, {}, {540, 38}).events,
+            (std::vector<InteractionEvent>{GraphAreaMoved{540, 38}}));
+  EXPECT_EQ(tracker_.dragState(), kIdle);
+  EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {600, 90}).events.empty());
+
+  // Without a legend the band still takes the press, but reports nothing.
+  graph_.EnableLegend(false);
+  graph_.legendPosition() = 0;
+  tracker_.ButtonDown(surface_, {100, 297}, {500, 40});
+  EXPECT_EQ(tracker_.dragState(), kDraggingBorder);
+  EXPECT_TRUE(tracker_.MouseMove(surface_, {100, 250}, {500, 0}).events.empty());
+  EXPECT_TRUE(tracker_.ButtonUp(surface_, {100, 250}, {500, 0}).events.empty());
 }
 
 TEST_F(MouseTrackerTest, PanKeepsThePressedPointUnderTheCursor) {

@@ -7,7 +7,7 @@
 namespace zel::testing {
 namespace {
 
-constexpr DISPID kAreaSelected = 2, kHairlineMoved = 3, kSelectLegendFromGraph = 6;
+constexpr DISPID kAreaSelected = 2, kHairlineMoved = 3, kGraphAreaMoved = 4, kSelectLegendFromGraph = 6;
 
 // Keys that reach the container's window.
 std::vector<WPARAM> parentKeys;
@@ -30,6 +30,15 @@ class WindowInputTest : public HostedControlTest {
   }
 
   void Send(UINT message, int x, int y) { SendMessageW(window, message, 0, MAKELPARAM(x, y)); }
+  void SetMouseMode(const wchar_t* mode) {
+    Var text(mode);
+    ASSERT_EQ(graph->put_MouseMode(V_BSTR(&text.v)), S_OK);
+  }
+  void SetLegend(const wchar_t* position) {
+    Var text(position);
+    graph->put_LegendEnabled(1);
+    ASSERT_EQ(graph->put_LegendPosition(V_BSTR(&text.v)), S_OK);
+  }
   void Drag(int x0, int y0, int x1, int y1) {
     Send(WM_LBUTTONDOWN, x0, y0);
     Send(WM_MOUSEMOVE, x1, y1);
@@ -107,6 +116,121 @@ TEST_F(WindowInputTest, ScrollRequestsMoveTheZoomedView) {
   SafeArrayUnaccessData(V_ARRAY(&rect.v));
   EXPECT_GT(left, 0.4f);
   EXPECT_NEAR(right - left, 0.5f, 0.01f);
+}
+
+TEST_F(WindowInputTest, TheCursorSuitsThePlaceOverTheClientAreaOnly) {
+  HCURSOR arrow = LoadCursor(nullptr, IDC_ARROW), hand = LoadCursor(nullptr, IDC_HAND);
+  HCURSOR sizeWE = LoadCursor(nullptr, IDC_SIZEWE), sizeNS = LoadCursor(nullptr, IDC_SIZENS);
+  // WM_SETCURSOR as the system sends it, with the cursor really at the point.
+  auto cursorAt = [&](int x, int y, WORD hit = HTCLIENT) {
+    POINT p{x, y};
+    ClientToScreen(window, &p);
+    SetCursorPos(p.x, p.y);
+    SetCursor(nullptr);
+    LRESULT handled = SendMessageW(window, WM_SETCURSOR, WPARAM(window), MAKELPARAM(hit, WM_MOUSEMOVE));
+    return std::pair(handled, GetCursor());
+  };
+  EXPECT_EQ(cursorAt(200, 150), std::pair(LRESULT(TRUE), arrow));
+  SetMouseMode(L"PAN");
+  EXPECT_EQ(cursorAt(200, 150).second, hand);
+  EXPECT_EQ(cursorAt(3, 150).second, arrow) << "beside the plot";
+  EXPECT_NE(cursorAt(200, 150, HTVSCROLL).second, hand);
+
+  // "Show Hairline Here" puts the hairline under the last mouse move; the
+  // operator then drags it on.
+  LONG id = -1;
+  ASSERT_EQ(graph->AddHairline(10, Var::Missing().v, Var(3).v, &id), S_OK);
+  Send(WM_MOUSEMOVE, 200, 150);
+  SendMessageW(window, WM_COMMAND, 316, 0);
+  EXPECT_EQ(cursorAt(200, 150).second, sizeWE);
+  float before = 0, after = 0;
+  graph->GetHairlinePosition(id, &before);
+  Drag(200, 150, 260, 150);
+  graph->GetHairlinePosition(id, &after);
+  EXPECT_GT(after, before + 10);
+  auto moved = EventsOf(kHairlineMoved);
+  ASSERT_EQ(moved.size(), 2u);
+  EXPECT_EQ(V_VT(&moved[1][1].v), VT_I4);
+  EXPECT_EQ(V_I4(&moved[1][1].v), id);
+  EXPECT_EQ(cursorAt(260, 150).second, sizeWE);
+
+  Send(WM_LBUTTONDOWN, 100, 150);  // no cursor is chosen while a drag lasts
+  EXPECT_EQ(cursorAt(100, 150), std::pair(LRESULT(TRUE), HCURSOR(nullptr)));
+  Send(WM_LBUTTONUP, 100, 150);
+
+  SetLegend(L"RIGHT");
+  RECT c;
+  GetClientRect(window, &c);
+  EXPECT_EQ(cursorAt(c.right - 2, 150).second, sizeWE);
+  SetLegend(L"BOTTOM");
+  EXPECT_EQ(cursorAt(150, c.bottom - 2).second, sizeNS);
+}
+
+TEST_F(WindowInputTest, APanShowsTheGrabWhileHeldAndTheHostHearsOfAClickInsideIt) {
+  SetMouseMode(L"PAN");
+  HCURSOR grab = LoadCursorW(GetModuleHandleW(L"ZELGraph.dll"), MAKEINTRESOURCEW(195));
+  ASSERT_TRUE(grab);
+  HCURSOR cursorSeen = nullptr;
+  HWND captureSeen = nullptr;
+  sink.onEvent = [&](DISPID) {
+    cursorSeen = GetCursor();
+    captureSeen = GetCapture();
+  };
+  Send(WM_LBUTTONDOWN, 200, 150);
+  EXPECT_EQ(GetCursor(), grab);
+  EXPECT_EQ(GetCapture(), window);
+  Send(WM_LBUTTONUP, 200, 150);
+  auto clicks = EventsOf(kSelectLegendFromGraph);
+  ASSERT_EQ(clicks.size(), 1u);
+  HDC dc = GetDC(window);
+  COLORREF pixel = GetPixel(dc, 200, 150);
+  ReleaseDC(window, dc);
+  EXPECT_EQ(V_INT(&clicks[0][1].v), 200);
+  EXPECT_EQ(V_INT(&clicks[0][2].v), 150);
+  EXPECT_EQ(V_UI4(&clicks[0][3].v), pixel);
+  EXPECT_EQ(V_VT(&clicks[0][4].v), VT_I4);
+  EXPECT_EQ(V_I4(&clicks[0][4].v), 0);
+  EXPECT_EQ(cursorSeen, grab);
+  EXPECT_EQ(captureSeen, window);
+  EXPECT_EQ(GetCursor(), LoadCursor(nullptr, IDC_HAND));
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
+  // The container sits at (30, 20) in the form, so the form's client
+  // coordinates differ from the control's.
+  SetWindowPos(host, nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  SetLegend(L"RIGHT");
+  sink.onEvent = [&](DISPID id) {
+    if (id != kGraphAreaMoved) return;
+    EXPECT_EQ(GetCapture(), window);
+    int right = int(V_R4(&sink.calls.back()[1].v));
+    SetWindowPos(host, nullptr, 0, 0, right - 30, 300, SWP_NOMOVE | SWP_NOZORDER);
+  };
+  RECT c;
+  GetClientRect(window, &c);
+  int x = c.right - 2;
+  Send(WM_LBUTTONDOWN, x, 100);
+  Send(WM_MOUSEMOVE, x - 1, 140);  // under 2 pixels along x
+  EXPECT_TRUE(EventsOf(kGraphAreaMoved).empty());
+  Send(WM_MOUSEMOVE, x - 40, 140);
+  auto moved = EventsOf(kGraphAreaMoved);
+  ASSERT_EQ(moved.size(), 1u);
+  ASSERT_EQ(moved[0].size(), 3u);
+  EXPECT_EQ(V_VT(&moved[0][1].v), VT_R4);
+  EXPECT_EQ(V_VT(&moved[0][2].v), VT_R4);
+  EXPECT_EQ(V_R4(&moved[0][1].v), float(x - 40 + 30));
+  EXPECT_EQ(V_R4(&moved[0][2].v), float(140 + 20));
+  RECT w;
+  GetWindowRect(window, &w);
+  EXPECT_EQ(w.right - w.left, x - 40) << "the control follows its container";
+
+  Send(WM_LBUTTONUP, x - 41, 140);
+  EXPECT_EQ(EventsOf(kGraphAreaMoved).size(), 1u);
+  EXPECT_EQ(GetCursor(), LoadCursor(nullptr, IDC_SIZEWE));
+  EXPECT_EQ(GetCapture(), nullptr);
+  Send(WM_MOUSEMOVE, 10, 10);
+  EXPECT_EQ(EventsOf(kGraphAreaMoved).size(), 1u) << "the drag is over";
 }
 
 // What the context menu offered when it opened: each item's id (0 for a
