@@ -103,19 +103,31 @@ TEST_F(WindowInputTest, AHostMayChangeTheGraphFromInsideAnEvent) {
   EXPECT_EQ(EventsOf(kAreaSelected).size(), 2u);
 }
 
-TEST_F(WindowInputTest, ScrollRequestsMoveTheZoomedView) {
+TEST_F(WindowInputTest, ScrollRequestsAndPanningMoveTheZoomedView) {
   float zoom[] = {0.f, 0.5f, 0.f, 1.f};
   std::vector<Var> items(zoom, zoom + 4);
   ASSERT_EQ(graph->put_ZoomRect(Var::Array(items).v), S_OK);
+  auto leftAndRight = [&] {
+    Var rect;
+    EXPECT_EQ(graph->get_ZoomRect(&rect.v), S_OK);
+    float* values = nullptr;
+    SafeArrayAccessData(V_ARRAY(&rect.v), reinterpret_cast<void**>(&values));
+    std::pair<float, float> seen(values[0], values[1]);
+    SafeArrayUnaccessData(V_ARRAY(&rect.v));
+    return seen;
+  };
   SendMessageW(window, WM_HSCROLL, SB_PAGERIGHT, 0);
-  Var rect;
-  ASSERT_EQ(graph->get_ZoomRect(&rect.v), S_OK);
-  float* values = nullptr;
-  SafeArrayAccessData(V_ARRAY(&rect.v), reinterpret_cast<void**>(&values));
-  float left = values[0], right = values[1];
-  SafeArrayUnaccessData(V_ARRAY(&rect.v));
+  auto [left, right] = leftAndRight();
   EXPECT_GT(left, 0.4f);
   EXPECT_NEAR(right - left, 0.5f, 0.01f);
+
+  // Dragging the view right by 30 pixels brings earlier values in.
+  SetMouseMode(L"PAN");
+  Drag(150, 150, 180, 150);
+  auto [panned, pannedRight] = leftAndRight();
+  EXPECT_NEAR(left - panned, 30.f / 670, 0.01f);
+  EXPECT_NEAR(pannedRight - panned, 0.5f, 0.01f);
+  EXPECT_TRUE(EventsOf(kSelectLegendFromGraph).empty()) << "a pan that moved is no click";
 }
 
 TEST_F(WindowInputTest, TheCursorSuitsThePlaceOverTheClientAreaOnly) {
@@ -196,40 +208,66 @@ TEST_F(WindowInputTest, APanShowsTheGrabWhileHeldAndTheHostHearsOfAClickInsideIt
   EXPECT_EQ(GetCapture(), nullptr);
 }
 
+// Real mouse input, routed by the system to the window under the cursor:
+// placing the cursor sends WM_SETCURSOR and WM_MOUSEMOVE.
+void Pump() {
+  MSG msg;
+  while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+}
+void Press(DWORD button) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = button;
+  SendInput(1, &input, sizeof input);
+  Pump();
+}
+
 TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
-  // The container sits at (30, 20) in the form, so the form's client
+  // The container sits at (30, 20) in the shown form, so the form's client
   // coordinates differ from the control's.
   SetWindowPos(host, nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  ShowWindow(frame, SW_SHOW);
   SetLegend(L"RIGHT");
+  auto mouseTo = [&](int x, int y) {
+    POINT p{x, y};
+    ClientToScreen(window, &p);
+    SetCursorPos(p.x, p.y);
+    Pump();
+  };
+  // The host keeps the client's right edge, left of the scroll bar the
+  // control shows once resized, 2 pixels right of the mouse.
+  int bar = GetSystemMetrics(SM_CXVSCROLL);
   sink.onEvent = [&](DISPID id) {
     if (id != kGraphAreaMoved) return;
     EXPECT_EQ(GetCapture(), window);
     int right = int(V_R4(&sink.calls.back()[1].v));
-    SetWindowPos(host, nullptr, 0, 0, right - 30, 300, SWP_NOMOVE | SWP_NOZORDER);
+    SetWindowPos(host, nullptr, 0, 0, right - 30 + 2 + bar, 300, SWP_NOMOVE | SWP_NOZORDER);
   };
   RECT c;
   GetClientRect(window, &c);
   int x = c.right - 2;
-  Send(WM_LBUTTONDOWN, x, 100);
-  Send(WM_MOUSEMOVE, x - 1, 140);  // under 2 pixels along x
+  mouseTo(x, 100);
+  EXPECT_EQ(GetCursor(), LoadCursor(nullptr, IDC_SIZEWE));
+  Press(MOUSEEVENTF_LEFTDOWN);
+  EXPECT_EQ(GetCapture(), window);
+  mouseTo(x - 1, 140);  // under 2 pixels along x
   EXPECT_TRUE(EventsOf(kGraphAreaMoved).empty());
-  Send(WM_MOUSEMOVE, x - 40, 140);
+  mouseTo(x - 40, 140);
   auto moved = EventsOf(kGraphAreaMoved);
+  mouseTo(x - 41, 140);
+  Press(MOUSEEVENTF_LEFTUP);
   ASSERT_EQ(moved.size(), 1u);
   ASSERT_EQ(moved[0].size(), 3u);
   EXPECT_EQ(V_VT(&moved[0][1].v), VT_R4);
   EXPECT_EQ(V_VT(&moved[0][2].v), VT_R4);
   EXPECT_EQ(V_R4(&moved[0][1].v), float(x - 40 + 30));
   EXPECT_EQ(V_R4(&moved[0][2].v), float(140 + 20));
-  RECT w;
-  GetWindowRect(window, &w);
-  EXPECT_EQ(w.right - w.left, x - 40) << "the control follows its container";
-
-  Send(WM_LBUTTONUP, x - 41, 140);
+  GetClientRect(window, &c);
+  EXPECT_EQ(c.right, x - 40 + 2) << "the control follows its container";
   EXPECT_EQ(EventsOf(kGraphAreaMoved).size(), 1u);
   EXPECT_EQ(GetCursor(), LoadCursor(nullptr, IDC_SIZEWE));
   EXPECT_EQ(GetCapture(), nullptr);
-  Send(WM_MOUSEMOVE, 10, 10);
+  mouseTo(10, 10);
   EXPECT_EQ(EventsOf(kGraphAreaMoved).size(), 1u) << "the drag is over";
 }
 
