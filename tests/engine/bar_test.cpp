@@ -2,8 +2,7 @@
 // and stacks, asserted on the rectangles they fill.
 #include <cmath>
 #include <cstdio>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include "engine/bar_painter.h"
 #include "engine/curve_look.h"
@@ -18,19 +17,6 @@
 namespace zel {
 namespace {
 
-AxisProps Range(Value min, Value max) {
-  AxisProps props;
-  props.min = min;
-  props.max = max;
-  props.axisColor = 0;
-  return props;
-}
-
-void Load(VDataset& dataset, std::vector<double> xs, std::vector<double> ys) {
-  std::vector<int32_t> status(xs.size(), 0);
-  dataset.SetValues(xs.size(), Column(xs), Column(ys), status, false);
-}
-
 DatasetProps Colored(Color color, int16_t realXbarMode = 0) {
   DatasetProps props;
   props.lineColor = color;
@@ -42,38 +28,32 @@ using Calls = std::vector<std::string>;
 
 class BarTest : public EngineTest {
  protected:
-  AxisProps percent_ = Range(0.0, 100.0);
+  AxisProps percent_ = AxisRange(0.0, 100.0);
   VAxis x_{false, kAxisReal, &percent_};
   VAxis y_{true, kAxisReal, &percent_};
 };
 
 TEST_F(BarTest, WidthsFollowTheValueModeAndThePercentage) {
-  // Auto Width keeps the base between 1 and 10 pixels.
-  EXPECT_EQ(BarWidth(32, 1, 0, -1), 10);   // (16 - 6) / 1
-  EXPECT_EQ(BarWidth(20, 1, 0, -1), 4);    // (10 - 6) / 1
-  EXPECT_EQ(BarWidth(10, 1, 0, -1), 1);    // -1 kept at 1
-  EXPECT_EQ(BarWidth(100, 2, 0, -1), 10);  // 22 kept at 10
-  EXPECT_EQ(BarWidth(24, 2, 1, -1), 7);    // (24 - 10) / 2 in modes 1 and 3
-  EXPECT_EQ(BarWidth(24, 2, 3, -1), 7);
-  EXPECT_EQ(BarWidth(24, 2, 2, -1), 3);    // (12 - 6) / 2 in mode 2, as in 0
-  // A percentage of the base, and 1 pixel when percentage times base is below 100.
-  EXPECT_EQ(BarWidth(100, 1, 0, 50), 22);
-  EXPECT_EQ(BarWidth(100, 1, 1, 200), 180);
-  EXPECT_EQ(BarWidth(100, 1, 1, 3), 2);
-  EXPECT_EQ(BarWidth(100, 1, 1, 1), 1);
-  EXPECT_EQ(BarWidth(100, 1, 1, 0), 1);
-  EXPECT_EQ(BarWidth(100, 1, 1, -5), 1);
-  EXPECT_EQ(BarWidth(10, 1, 0, 100000), 1);  // a negative base
+  // {pitch, bars, value mode, percentage, width}. Auto Width (-1) keeps
+  // (pitch / 2 - 6) / bars, or (pitch - 10) / bars in modes 1 and 3, between
+  // 1 and 10; a percentage of that base gives 1 pixel when percentage times
+  // base is below 100; a negative base gives 1.
+  const int32_t widths[][5] = {
+      {32, 1, 0, -1, 10}, {20, 1, 0, -1, 4},    {10, 1, 0, -1, 1},   {100, 2, 0, -1, 10},
+      {24, 2, 1, -1, 7},  {24, 2, 3, -1, 7},    {24, 2, 2, -1, 3},   {100, 1, 0, 50, 22},
+      {100, 1, 1, 200, 180}, {100, 1, 1, 3, 2}, {100, 1, 1, 1, 1},   {100, 1, 1, 0, 1},
+      {100, 1, 1, -5, 1}, {10, 1, 0, 100000, 1},
+  };
+  for (const auto& w : widths)
+    EXPECT_EQ(BarWidth(w[0], w[1], w[2], w[3]), w[4]) << w[0] << " " << w[1] << " " << w[2] << " " << w[3];
   EXPECT_GT(BarWidth(100, 1, 1, 2000000000), 0);
   // The sample pitch shares the width among the points, never below 32.
-  EXPECT_EQ(SamplePitch(400, 4), 100);
-  EXPECT_EQ(SamplePitch(400, 1000), 32);
-  EXPECT_EQ(SamplePitch(400, 0), 400);
-  EXPECT_EQ(SamplePitch(0, 5), 32);
+  for (auto [width, points, pitch] : {std::tuple{400, 4, 100}, {400, 1000, 32}, {400, 0, 400}, {0, 5, 32}})
+    EXPECT_EQ(SamplePitch(width, size_t(points)), pitch) << width << " " << points;
 }
 
 TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
-  AxisProps categories = Range(int32_t(0), int32_t(4));
+  AxisProps categories = AxisRange(int32_t(0), int32_t(4));
   VAxis x(false, kAxisDiscrete, &categories);
   DatasetProps red = Colored(0x0000FF), blue = Colored(0xFF0000), green = Colored(0x00FF00);
   VDataset first(kBar, &x, &y_, &red), second(kBar, &x, &y_, &blue), late(kPlot, &x, &y_, &green);
@@ -81,7 +61,7 @@ TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
   toBar.type = u"BAR";
   toBar.lineColor = 0x00FF00;
   late.SetProps(toBar);  // a BAR now, but in no bar list
-  for (VDataset* d : {&first, &second, &late}) Load(*d, {0, 0}, {50, 100});
+  for (VDataset* d : {&first, &second, &late}) LoadPoints(*d, {0, 0}, {50, 100});
   BarFrame frame{{400, 100}, 3, -1, {&y_}};
   RecordingSurface s;
   for (VDataset* d : {&first, &second, &late}) DrawBars(s, *d, frame, false);
@@ -96,7 +76,7 @@ TEST_F(BarTest, TheRunningIndexPlacesEachBarDatasetInItsGroup) {
   Process().valueMode = 1;
   DatasetProps props = Colored(0);
   VDataset a(kBar, &x_, &y_, &props), b(kBar, &x_, &y_, &props), c(kBar, &x_, &y_, &props);
-  for (VDataset* d : {&a, &b, &c}) Load(*d, {50, 75}, {50, 50});
+  for (VDataset* d : {&a, &b, &c}) LoadPoints(*d, {50, 75}, {50, 50});
   BarFrame frame{{400, 100}, 3, -1, {&y_}};
   auto lefts = [&](bool highlightB) {
     std::vector<int32_t> found;
@@ -124,7 +104,7 @@ TEST_F(BarTest, TheRunningIndexPlacesEachBarDatasetInItsGroup) {
 TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
   DatasetProps props = Colored(0);
   VDataset sparse(kBar, &x_, &y_, &props), dense(kBar, &x_, &y_, &props);
-  Load(sparse, {12.5, 37.5, 62.5, 87.5}, {50, 50, 50, 50});
+  LoadPoints(sparse, {12.5, 37.5, 62.5, 87.5}, {50, 50, 50, 50});
   BarFrame frame{{400, 100}, 1, -1, {&y_}};
   RecordingSurface s;
   DrawBars(s, sparse, frame, false);
@@ -134,7 +114,7 @@ TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
 
   std::vector<double> xs, ys(1000, 50);
   for (int i = 0; i < 1000; ++i) xs.push_back(i * 0.1);
-  Load(dense, xs, ys);
+  LoadPoints(dense, xs, ys);
   RecordingSurface d;
   DrawBars(d, dense, frame, false);
   // One bar per 32-pixel sample: the first point at or after 0, 32, ... 384.
@@ -173,8 +153,8 @@ TEST_F(BarTest, HighlightedBarsBlinkOnTheirOwnToggle) {
 TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
   DatasetProps midpoints = Colored(0x0000FF, 1), steps = Colored(0xFF0000, 0);
   VDataset lower(kStackedBar, &x_, &y_, &midpoints), upper(kStackedBar, &x_, &y_, &steps);
-  Load(lower, {20, 50, 80}, {10, 20, 30});
-  Load(upper, {20, 50, 80}, {5, 5, -5});
+  LoadPoints(lower, {20, 50, 80}, {10, 20, 30});
+  LoadPoints(upper, {20, 50, 80}, {5, 5, -5});
   BarFrame frame{{100, 100}, 0, -1, {&y_}};
   BarStacks stacks;
   RecordingSurface s;
@@ -190,12 +170,12 @@ TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
 }
 
 TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
-  AxisProps categories = Range(int32_t(0), int32_t(4));
+  AxisProps categories = AxisRange(int32_t(0), int32_t(4));
   VAxis x(false, kAxisDiscrete, &categories);
   DatasetProps props = Colored(0);
   VDataset a(kStackedBar, &x, &y_, &props), b(kStackedBar, &x, &y_, &props);
-  Load(a, {0, 0}, {10, 20});
-  Load(b, {0, 0}, {30, 30});
+  LoadPoints(a, {0, 0}, {10, 20});
+  LoadPoints(b, {0, 0}, {30, 30});
   BarFrame frame{{400, 100}, 0, -1, {&y_}};
   BarStacks stacks;
   RecordingSurface s;
@@ -205,20 +185,14 @@ TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
                             "FillRect(25,60,75,90,000000)", "FillRect(125,50,175,80,000000)"}));
 }
 
-}  // namespace
-}  // namespace zel
-
-namespace zel {
-namespace {
-
 // Far, infinite and undefined values, degenerate axes and empty or inverted
 // areas: every routine keeps its rectangles near the data area and nothing
 // overflows (the sanitizer build checks the arithmetic).
 TEST_F(BarTest, HostileValuesAndAreasKeepEveryRoutineInBounds) {
   const double hostile[] = {std::nan(""), INFINITY, -INFINITY, 1e30, -1e30, 3e38, 0, 50};
-  AxisProps flat = Range(5.0, 5.0), reversed = Range(100.0, 0.0);
+  AxisProps flat = AxisRange(5.0, 5.0), reversed = AxisRange(100.0, 0.0);
   VAxis flatX(false, kAxisReal, &flat), reversedY(true, kAxisReal, &reversed);
-  AxisProps categories = Range(int32_t(0), int32_t(1));
+  AxisProps categories = AxisRange(int32_t(0), int32_t(1));
   VAxis discrete(false, kAxisDiscrete, &categories);
   for (VAxis* x : {&x_, &flatX, &discrete}) {
     for (VAxis* y : {&y_, &reversedY}) {

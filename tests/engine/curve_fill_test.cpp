@@ -12,14 +12,6 @@
 namespace zel {
 namespace {
 
-AxisProps Range(double min, double max) {
-  AxisProps props;
-  props.min = min;
-  props.max = max;
-  props.axisColor = 0;
-  return props;
-}
-
 DatasetProps FillingTo(const char16_t* fillTo, int32_t curveId = 0) {
   DatasetProps props;
   props.fillTo = Text(fillTo);
@@ -28,16 +20,11 @@ DatasetProps FillingTo(const char16_t* fillTo, int32_t curveId = 0) {
   return props;
 }
 
-void Load(VDataset& dataset, std::vector<double> xs, std::vector<double> ys, std::vector<int32_t> status = {}) {
-  status.resize(xs.size(), 0);
-  dataset.SetValues(xs.size(), Column(xs), Column(ys), status, false);
-}
-
 class CurveFillTest : public EngineTest {
  protected:
   // 0..100 on both axes over a 100 by 100 data area: values are pixels, y
   // counted from the bottom.
-  AxisProps range_ = Range(0, 100);
+  AxisProps range_ = AxisRange(0.0, 100.0);
   VAxis x_{false, kAxisReal, &range_};
   VAxis y_{true, kAxisReal, &range_};
   CurveArea area_{100, 100};
@@ -48,7 +35,7 @@ using Points = std::vector<Point>;
 TEST_F(CurveFillTest, EachFillReferenceClosesThePolygonItsOwnWay) {
   DatasetProps toX = FillingTo(u"X_AXES"), toY = FillingTo(u"Y_AXES");
   VDataset xFill(kArea, &x_, &y_, &toX), yFill(kArea, &x_, &y_, &toY);
-  for (VDataset* d : {&xFill, &yFill}) Load(*d, {10, 50, 90}, {20, 60, 40});
+  for (VDataset* d : {&xFill, &yFill}) LoadPoints(*d, {10, 50, 90}, {20, 60, 40});
   Points curve = {{10, 80}, {50, 40}, {90, 60}};
 
   Polygon down = AreaPolygon(xFill, nullptr, area_);
@@ -64,16 +51,16 @@ TEST_F(CurveFillTest, EachFillReferenceClosesThePolygonItsOwnWay) {
   // A Y axis on the high side is met at the right edge.
   VAxis right(true, kAxisReal, &range_, VAxis::kHighSide);
   VDataset onRight(kArea, &x_, &right, &toY);
-  Load(onRight, {10, 50, 90}, {20, 60, 40});
+  LoadPoints(onRight, {10, 50, 90}, {20, 60, 40});
   EXPECT_EQ(AreaPolygon(onRight, nullptr, area_).points.back(), (Point{100, 80}));
 }
 
 TEST_F(CurveFillTest, TheXAxisFillMeetsTheZeroValueOrTheNearerEdge) {
-  AxisProps around = Range(-50, 50), above = Range(10, 100), below = Range(-100, -10);
+  AxisProps around = AxisRange(-50.0, 50.0), above = AxisRange(10.0, 100.0), below = AxisRange(-100.0, -10.0);
   VAxis yAround(true, kAxisReal, &around), yAbove(true, kAxisReal, &above), yBelow(true, kAxisReal, &below);
   DatasetProps props = FillingTo(u"X_AXES");
   VDataset a(kArea, &x_, &yAround, &props), b(kArea, &x_, &yAbove, &props), c(kArea, &x_, &yBelow, &props);
-  for (VDataset* d : {&a, &b, &c}) Load(*d, {10, 90}, {20, 30});
+  for (VDataset* d : {&a, &b, &c}) LoadPoints(*d, {10, 90}, {20, 30});
   EXPECT_EQ(AreaPolygon(a, nullptr, area_).points.back(), (Point{10, 50}));
   EXPECT_EQ(AreaPolygon(b, nullptr, area_).points.back(), (Point{10, 100}));
   EXPECT_EQ(AreaPolygon(c, nullptr, area_).points.back(), (Point{10, 0}));
@@ -82,8 +69,8 @@ TEST_F(CurveFillTest, TheXAxisFillMeetsTheZeroValueOrTheNearerEdge) {
 TEST_F(CurveFillTest, ACurveFillRunsBackAlongTheOtherCurveOrFallsBackToTheXAxis) {
   DatasetProps props = FillingTo(u"CURVE", 7);
   VDataset upper(kArea, &x_, &y_, &props), lower(kPlot, &x_, &y_, nullptr);
-  Load(upper, {10, 50, 90}, {80, 90, 70});
-  Load(lower, {0, 40, 100}, {10, 20, 30}, {0, 11, 0});
+  LoadPoints(upper, {10, 50, 90}, {80, 90, 70});
+  LoadPoints(lower, {0, 40, 100}, {10, 20, 30}, {0, 11, 0});
   Points expected = {{10, 20}, {50, 10}, {90, 30}, {100, 70}, {0, 90}};
   EXPECT_EQ(AreaPolygon(upper, &lower, area_).points, expected);
 
@@ -101,7 +88,7 @@ TEST_F(CurveFillTest, AbsentAndNotANumberPointsStayOutAndNothingIsFilledWithoutP
   DrawAreaFill(s, area, nullptr, area_, 0x00FF00);
   EXPECT_TRUE(s.calls.empty());
 
-  Load(area, {10, 20, 30, 40}, {10, std::nan(""), 30, 40}, {0, 0, 0, 11});
+  LoadPoints(area, {10, 20, 30, 40}, {10, std::nan(""), 30, 40}, {0, 0, 0, 11});
   EXPECT_EQ(AreaPolygon(area, nullptr, area_).points, (Points{{10, 90}, {30, 70}, {30, 100}, {10, 100}}));
   DrawAreaFill(s, area, nullptr, area_, 0x00FF00);
   EXPECT_EQ(s.calls, (std::vector<std::string>{"FillPolygon(4,00FF00)"}));
@@ -114,7 +101,7 @@ TEST_F(CurveFillTest, ADenseOutlineKeepsFirstLowestHighestAndLastOfEachColumn) {
     xs.push_back(10 + (i / 100) * 5 + (i % 100) * 0.001);  // ten columns of a hundred points
     ys.push_back(50 + ((i * 37) % 41) - 20);
   }
-  Load(dense, xs, ys);
+  LoadPoints(dense, xs, ys);
   Points outline = CurveOutline(dense, area_);
   ASSERT_LE(outline.size(), 40u);
   for (int column = 0; column < 10; ++column) {
@@ -135,7 +122,7 @@ TEST_F(CurveFillTest, ADenseOutlineKeepsFirstLowestHighestAndLastOfEachColumn) {
 class CurvePassTest : public EngineTest {
  protected:
   CurvePassTest() : graph_(&window_) {
-    AxisProps range = Range(0, 100);
+    AxisProps range = AxisRange(0.0, 100.0);
     graph_.AddXAxis(1, kAxisReal, &range);
     graph_.AddYAxis(1, kAxisReal, &range);
   }
@@ -166,12 +153,8 @@ class CurvePassTest : public EngineTest {
 };
 
 TEST_F(CurvePassTest, FillsComeFirstThenBarsThenLinesWhateverTheListOrder) {
-  DatasetProps line;
-  line.lineColor = 0x0000FF;
-  DatasetProps bar;
-  bar.lineColor = 0xFF0000;
-  Add(1, kPlot, line);
-  Add(2, kBar, bar);
+  Add(1, kPlot, {.lineColor = 0x0000FF});
+  Add(2, kBar, {.lineColor = 0xFF0000});
   Add(3, kArea, FillingTo(u"X_AXES"));
   RecordingSurface s = Draw();
   EXPECT_EQ(Kinds(s), (std::vector<std::string>{"FillPolygon", "FillRect", "LineTo"}));

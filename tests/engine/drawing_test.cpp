@@ -16,19 +16,7 @@
 namespace zel {
 namespace {
 
-class DrawingTest : public EngineTest {
- protected:
-  static AxisProps Range(Value min, Value max) {
-    AxisProps props;
-    props.min = min;
-    props.max = max;
-    props.axisColor = 0;  // as a host's record carries it
-    return props;
-  }
-  static int Count(const RecordingSurface& s, const std::string& prefix) {
-    return int(s.Calls(prefix).size());
-  }
-};
+class DrawingTest : public EngineTest {};
 
 TEST_F(DrawingTest, CurvePensAreCosmeticBelowWidthTwo) {
   EXPECT_EQ(CurvePen(kPenDash, 1, 0xFF), (Pen{kPenDash, 1, 0xFF, false}));
@@ -47,15 +35,13 @@ TEST_F(DrawingTest, MarkersGrowWithThePenAndTakeTheirShape) {
 }
 
 TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
   DatasetProps props;
   props.markerShape = u"BOX";
   props.markerColor = 0x00AA00;
   VDataset curve(kPlot, &x, &y, &props);
-  std::vector<double> xs = {10, 20, 30, 40, 50, 60};
-  std::vector<int32_t> status = {0, 1, 2, 11, 9, 10};
-  curve.SetValues(6, Column(xs), Column(xs), status, false);
+  LoadPoints(curve, {10, 20, 30, 40, 50, 60}, {10, 20, 30, 40, 50, 60}, {0, 1, 2, 11, 9, 10});
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {0x0000FF, 0xFF0000, 0x00FFFF, 0}, 1, false));
   EXPECT_EQ(s.Calls("FillBox"), (std::vector<std::string>{
@@ -67,12 +53,10 @@ TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
 }
 
 TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
   VDataset curve(kPlot, &x, &y, nullptr);
-  std::vector<double> xs = {50, 150}, ys = {50, 50};
-  std::vector<int32_t> status = {0, 0};
-  curve.SetValues(2, Column(xs), Column(ys), status, false);
+  LoadPoints(curve, {50, 150}, {50, 50});
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {}, 1, false));
   EXPECT_EQ(s.Calls("MoveTo"), (std::vector<std::string>{"MoveTo(50,50)"}));
@@ -112,7 +96,7 @@ TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
 
   FakeWindow window;
   VGraph graph(&window);
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   graph.AddXAxis(1, kAxisReal, &range);
   graph.AddYAxis(1, kAxisReal, &range);
   props.lineColor = 0x0000FF;
@@ -203,7 +187,7 @@ TEST_F(DrawingTest, ReducedColumnsColourTheSamePixelsAsEverySegment) {
 }
 
 TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
   DatasetProps props;
   props.markerShape = u"DOT";
@@ -218,7 +202,7 @@ TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
     ys.push_back(level);
     status.push_back(i % 97 == 0 ? 11 : i % 89 == 0 ? 10 : 0);
   }
-  curve.SetValues(xs.size(), Column(xs), Column(ys), status, false);
+  LoadPoints(curve, xs, ys, status);
   CurveLook look = LookOf(curve, kPlot, {}, 1, false);
   PixelModel every, reduced, automatic;
   DrawPlot(every, curve, {100, 100}, look, Reduction::kNever);
@@ -243,7 +227,7 @@ TEST_F(DrawingTest, FirstMarksAlignOnWholeStepsEvenFarFromZero) {
 
 TEST_F(DrawingTest, XLabelsLeaveOutTheLeftEdgeTheTestTextAndRepeats) {
   // DISCRETE categories 0..4, 100 pixels apart, labels half a category right.
-  AxisProps range = Range(int32_t(0), int32_t(4));
+  AxisProps range = AxisRange(int32_t(0), int32_t(4));
   VAxis axis(false, kAxisDiscrete, &range);
   axis.categoryLabels() = {Text(u"a long leftmost label"), Text(u"test"), Text(u"B"), Text(u"B"),
                            Text(u"C")};
@@ -257,7 +241,7 @@ TEST_F(DrawingTest, XLabelsLeaveOutTheLeftEdgeTheTestTextAndRepeats) {
 }
 
 TEST_F(DrawingTest, YLabelsNeedRoomAboveAndBelowAndTheAxisCarriesAnArrowhead) {
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   VAxis axis(true, kAxisReal, &range);
   axis.UpdateSteps(1);
   RecordingSurface s;
@@ -273,7 +257,7 @@ TEST_F(DrawingTest, YLabelsNeedRoomAboveAndBelowAndTheAxisCarriesAnArrowhead) {
 TEST_F(DrawingTest, TheDrawingPassPaintsBackgroundThenPlotThenAxes) {
   FakeWindow window;
   VGraph graph(&window);
-  AxisProps range = Range(0.0, 100.0);
+  AxisProps range = AxisRange(0.0, 100.0);
   graph.AddXAxis(1, kAxisReal, &range);
   graph.AddYAxis(1, kAxisReal, &range);
   graph.AddDataset(1, kPlot, 1, 1, nullptr);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/host_window.h"
+#include "engine/v_dataset.h"
 #include "recording_surface.h"
 #include "engine/value_column.h"
 #include "util/platform_hooks.h"
@@ -65,6 +66,22 @@ class EngineTest : public ::testing::Test {
 template <typename T>
 ValueColumn Column(const std::vector<T>& values) {
   return ValueColumn(std::span<const T>(values));
+}
+
+// An axis record from `min` to `max` with a black axis line.
+inline AxisProps AxisRange(Value min, Value max) {
+  AxisProps props;
+  props.min = min;
+  props.max = max;
+  props.axisColor = 0;
+  return props;
+}
+
+// Replaces a curve's points; statuses not given are 0 (drawn).
+inline void LoadPoints(VDataset& dataset, std::vector<double> xs, std::vector<double> ys,
+                       std::vector<int32_t> status = {}) {
+  status.resize(xs.size(), 0);
+  dataset.SetValues(xs.size(), Column(xs), Column(ys), status, false);
 }
 
 }  // namespace zel

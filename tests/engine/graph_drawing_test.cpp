@@ -18,16 +18,9 @@ class GraphDrawingTest : public EngineTest {
   VGraph graph{&window};
   RecordingSurface s;
 
-  static AxisProps Range(double min, double max, const char16_t* gridMode = nullptr) {
-    AxisProps props;
-    props.min = min;
-    props.max = max;
-    props.axisColor = 0;
-    if (gridMode) props.gridMode = Text(gridMode);
-    return props;
-  }
   void AddAxes(const char16_t* gridMode = u"ANNOTATION") {
-    AxisProps range = Range(0, 100, gridMode);
+    AxisProps range = AxisRange(0.0, 100.0);
+    if (gridMode) range.gridMode = Text(gridMode);
     graph.AddXAxis(1, kAxisReal, &range);
     graph.AddYAxis(1, kAxisReal, &range);
   }
@@ -131,7 +124,7 @@ TEST_F(GraphDrawingTest, LimitLinesNeedTheGridPassButNotGridLines) {
 }
 
 TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
-  AxisProps props = Range(0, 100);
+  AxisProps props = AxisRange(0.0, 100.0);
   props.annotationIncrement = 25.5f;  // kept as given: not whole, above 1
   props.tickIncrement = 8.5f;
   VAxis axis(false, kAxisReal, &props);
@@ -150,10 +143,7 @@ TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
 }
 
 TEST_F(GraphDrawingTest, LabelsShowWholeStepsWhateverThePixelRounding) {
-  AxisProps props;
-  props.min = int32_t(0);
-  props.max = int32_t(20);
-  props.axisColor = 0;
+  AxisProps props = AxisRange(int32_t(0), int32_t(20));
   VAxis axis(true, kAxisInteger, &props);
   axis.UpdateSteps(1);
   DrawAxis(s, axis, {50, 340, 337, 0, 340, 0, false}, 0);
@@ -167,17 +157,16 @@ TEST_F(GraphDrawingTest, LabelsShowWholeStepsWhateverThePixelRounding) {
 }
 
 TEST_F(GraphDrawingTest, APrinterScalesTicksAndGaps) {
-  AxisProps props = Range(0, 100);
+  AxisProps props = AxisRange(0.0, 100.0);
   VAxis axis(false, kAxisReal, &props);
   axis.UpdateSteps(1);
   AxisPlacement screen{50, 0, 200, 0, 200, 0, false};
   DrawAxis(s, axis, screen, 0);
   EXPECT_EQ(s.Calls("LineTo(0,")[0], "LineTo(0,58)");
   auto textTop = [](const RecordingSurface& surface) {
-    int x, y;
-    return surface.Calls("Text(").empty() || std::sscanf(surface.Calls("Text(")[0].c_str(), "Text(%d,%d", &x, &y) != 2
-               ? -1
-               : y;
+    int x = 0, y = -1;
+    std::sscanf(surface.Calls("Text(").at(0).c_str(), "Text(%d,%d", &x, &y);
+    return y;
   };
   EXPECT_EQ(textTop(s), 60);
   RecordingSurface printer;
@@ -191,20 +180,16 @@ TEST_F(GraphDrawingTest, APrinterScalesTicksAndGaps) {
 
 TEST_F(GraphDrawingTest, SplitYAxesShowTheirUnitNamesAboveTheirTops) {
   AddAxes(nullptr);
-  AxisProps range = Range(0, 10);
+  AxisProps range = AxisRange(0.0, 10.0);
   graph.AddYAxis(2, kAxisReal, &range, VAxis::kHighSide);
   graph.unitNames() = {Text(u"bar"), Text(u"degC"), Text(), Text()};
-  std::vector<std::string> texts;
   auto count = [&](const std::string& ending) {
-    return std::count_if(texts.begin(), texts.end(),
-                         [&](const std::string& c) { return c.find(ending) != std::string::npos; });
+    return std::ranges::count_if(s.Calls("Text("), [&](const std::string& c) { return c.find(ending) != c.npos; });
   };
   Draw();
-  texts = s.Calls("Text(");
   EXPECT_EQ(count(",bar)"), 0);
   Process().splitYAxis = {1, 0, 0};
   Draw();
-  texts = s.Calls("Text(");
   EXPECT_EQ(count(",bar)"), 1);
   EXPECT_EQ(count(",degC)"), 1);
   // The plot reaches within 11 pixels of the top, so the top end moves to
@@ -214,7 +199,7 @@ TEST_F(GraphDrawingTest, SplitYAxesShowTheirUnitNamesAboveTheirTops) {
 
 TEST_F(GraphDrawingTest, AnAxisOnAnotherStandsAtItsCrossingValue) {
   AddAxes(nullptr);
-  AxisProps range = Range(-1, 1);
+  AxisProps range = AxisRange(-1.0, 1.0);
   graph.AddXAxis(2, kAxisReal, &range, VAxis::kOnAxis, 1, 25.0f);
   Draw();
   Box<int32_t> data = graph.dataArea();
@@ -227,15 +212,13 @@ TEST_F(GraphDrawingTest, AnAxisOnAnotherStandsAtItsCrossingValue) {
 }
 
 TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
-  AxisProps range = Range(0, 100);
+  AxisProps range = AxisRange(0.0, 100.0);
   VAxis axis(false, kAxisReal, &range);
   axis.UpdateSteps(1);
-  EXPECT_EQ(HairlineLabel(axis, 59.95, 0), u"60.0");  // "%.1f" rounds on its own
-  EXPECT_EQ(HairlineLabel(axis, 59.95, 1), u"60.0");
-  EXPECT_EQ(HairlineLabel(axis, 59.89, 1), u"59.9");
-  EXPECT_EQ(HairlineLabel(axis, 59.91, 1), u"60.0");
-  EXPECT_EQ(HairlineLabel(axis, 59.95, 3), u"60");
-  EXPECT_EQ(HairlineLabel(axis, 59.5, 3), u"59");
+  // {value, mode, label}: "%.1f" rounds on its own.
+  for (auto [value, mode, label] : {std::tuple{59.95, 0, u"60.0"}, {59.95, 1, u"60.0"}, {59.89, 1, u"59.9"},
+                                    {59.91, 1, u"60.0"}, {59.95, 3, u"60"}, {59.5, 3, u"59"}})
+    EXPECT_EQ(HairlineLabel(axis, value, mode), label) << value << " " << mode;
 
   AddAxes(nullptr);
   graph.xAxisHairline() = 1;  // the X axis whose values label the lines

@@ -1,4 +1,4 @@
-#include <tuple>
+#include <array>
 
 #include "engine/graph_error.h"
 #include "engine/v_graph.h"
@@ -12,31 +12,24 @@ class GraphLayoutTest : public EngineTest {
   FakeWindow window;  // 400 by 300: layout for 401 by 301
   VGraph graph{&window};
 
-  static AxisProps Range(double min, double max) { return {.min = min, .max = max}; }
   void AddY(int32_t id, int side = VAxis::kLowSide) {
-    AxisProps unit = Range(0, 1);  // labels "0.000" and "1.000": 35 pixels wide
+    AxisProps unit = AxisRange(0.0, 1.0);  // labels "0.000" and "1.000": 35 pixels wide
     graph.AddYAxis(id, kAxisReal, &unit, side);
   }
   Box<int32_t> Plot() const { return graph.plotFrame(); }
+  // left, bottom, right, top
+  static std::array<int32_t, 4> Edges(const Box<int32_t>& b) { return {b.left, b.bottom, b.right, b.top}; }
 };
 
 TEST_F(GraphLayoutTest, AxesTakeTheirRoomInsideTheMargins) {
-  AxisProps x = Range(0, 100);  // labels "0.0" and "100.0", 12 pixels high
+  AxisProps x = AxisRange(0.0, 100.0);  // labels "0.0" and "100.0", 12 pixels high
   graph.AddXAxis(1, kAxisReal, &x);
   AddY(1);
   EXPECT_EQ(graph.XAxis(1).thickness(), 4 + 12 + 6);
   EXPECT_EQ(graph.YAxis(1).thickness(), 4 + 35 + 6);
-  Box<int32_t> plot = Plot();
-  EXPECT_EQ(plot.left, 45);
-  EXPECT_EQ(plot.bottom, 22);
-  EXPECT_EQ(plot.right, 400 - 10 - 10);
-  EXPECT_EQ(plot.top, 300 - 10 - 10);
+  EXPECT_EQ(Edges(Plot()), (std::array<int32_t, 4>{45, 22, 400 - 10 - 10, 300 - 10 - 10}));
   EXPECT_EQ(graph.YAxis(1).position(), 0);
-  Box<int32_t> data = graph.dataArea();
-  EXPECT_EQ(data.left, 45);
-  EXPECT_EQ(data.right, 380);
-  EXPECT_EQ(data.bottom, 22);
-  EXPECT_EQ(data.top, 280);
+  EXPECT_EQ(Edges(graph.dataArea()), (std::array<int32_t, 4>{45, 22, 380, 280}));
 }
 
 TEST_F(GraphLayoutTest, WithoutYAxesTheMarginsAtTheSidesAreNotApplied) {
@@ -108,14 +101,13 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
     int32_t room = graph.legend()->Measure(measuring, position == 7 ? VLegend::kBottom : position,
                                            side ? 301 : 401, 1.0);
     ASSERT_GT(room, 0);
-    Box<int32_t> plot = Plot(), expected = without;
+    Box<int32_t> expected = without;
     Rect legend{0, 0, 400, 300};
     if (position == VLegend::kRight) expected.right -= room, legend.left = 400 - room;
     else if (position == VLegend::kLeft) expected.left += room, legend.right = room;
     else if (position == VLegend::kTop) expected.top -= room, legend.bottom = room;
     else expected.bottom += room, legend.top = 300 - room;
-    EXPECT_EQ(std::tuple(plot.left, plot.bottom, plot.right, plot.top),
-              std::tuple(expected.left, expected.bottom, expected.right, expected.top)) << position;
+    EXPECT_EQ(Edges(Plot()), Edges(expected)) << position;
     EXPECT_EQ(graph.legend()->rect, legend) << position;
   }
   graph.EnableLegend(false);
