@@ -1,6 +1,7 @@
 #include "util/axis_value_text.h"
 
 #include <cmath>
+#include <tuple>
 
 #include "util/automation_date.h"
 #include "util/util_test_support.h"
@@ -14,22 +15,22 @@ AxisLabelFormat Axis(int type, TextView format = u"", const CategoryLabels* labe
   return {type, format, labels};
 }
 
+// {format, value, text} on an axis of `type`.
+void ExpectTexts(int type, std::initializer_list<std::tuple<const char16_t*, double, const char16_t*>> cases) {
+  for (auto [format, value, text] : cases)
+    EXPECT_EQ(FormatAxisValue(Axis(type, format), value), text) << Utf8FromText(format) << " " << value;
+}
+
 TEST(FormatAxisValueTest, IntegersTruncateTowardZero) {
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), 3.9), u"3");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), -3.9), u"-3");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisInteger), std::nan("")), u"-2147483648");
+  ExpectTexts(kAxisInteger, {{u"", 3.9, u"3"}, {u"", -3.9, u"-3"}, {u"", std::nan(""), u"-2147483648"}});
   EXPECT_EQ(FormatAxisValue(Axis(7), 1.0), u"####");
 }
 
 TEST(FormatAxisValueTest, RealsUseTheAnnotationFormatWithAPercentInFront) {
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"2.3f"), double(0.1f)), u"0.100");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"3.1f"), 12.25), u"12.3");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"1.3e"), 0.001), u"1.000e-003");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"2.3f"), std::nan("")), u"1.#QO");
   // Formats that print nothing, or too much, fall back to "%f".
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u""), 0.5), u"0.500000");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"y"), 0.5), u"y");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisReal, u"70.1f"), 0.5), u"0.500000");
+  ExpectTexts(kAxisReal, {{u"2.3f", double(0.1f), u"0.100"}, {u"3.1f", 12.25, u"12.3"},
+                          {u"1.3e", 0.001, u"1.000e-003"}, {u"2.3f", std::nan(""), u"1.#QO"},
+                          {u"", 0.5, u"0.500000"}, {u"y", 0.5, u"y"}, {u"70.1f", 0.5, u"0.500000"}});
 }
 
 TEST(FormatAxisValueTest, CategoriesShowTheirLabelOrABlank) {
@@ -42,30 +43,20 @@ TEST(FormatAxisValueTest, CategoriesShowTheirLabelOrABlank) {
 }
 
 TEST(FormatAxisValueTest, TimesShowYearsBefore1901As1901AndFallBack) {
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y-%m-%d"), 0.0), u"1901-12-30");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%d.%m.%y\n%H:%M"), 45000.75), u"15.03.23\n18:00");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%d.%m.%y"), -1.25), u"29.12.01");
   // What prints nothing falls back to hours and minutes, then to hashes.
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Q"), 45000.75), u"18:00");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u""), 45000.75), u"18:00");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), 2958465.99999999), u"00:00");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), 1e9), u"####");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%Y"), std::nan("")), u"####");
+  ExpectTexts(kAxisTime, {{u"%Y-%m-%d", 0.0, u"1901-12-30"}, {u"%d.%m.%y\n%H:%M", 45000.75, u"15.03.23\n18:00"},
+                          {u"%d.%m.%y", -1.25, u"29.12.01"}, {u"%Q", 45000.75, u"18:00"}, {u"", 45000.75, u"18:00"},
+                          {u"%Y", 2958465.99999999, u"00:00"}, {u"%Y", 1e9, u"####"}, {u"%Y", std::nan(""), u"####"}});
 }
 
 TEST(FormatAxisValueTest, MillisecondMarkerShowsFiveMillisecondSteps) {
-  AxisLabelFormat axis = Axis(kAxisTime, u"%H:%M:%S\n%%dms");
-  double at = 45000.0 + (12 * 3600 + 30 * 60 + 5) * kSecondInDays;
-  EXPECT_EQ(FormatAxisValue(axis, at + 125 * kMs), u"12:30:05\n125ms");
-  EXPECT_EQ(FormatAxisValue(axis, at + 123 * kMs), u"12:30:05\n125ms");
-  EXPECT_EQ(FormatAxisValue(axis, at + 122 * kMs), u"12:30:05\n120ms");
-  EXPECT_EQ(FormatAxisValue(axis, at + 999 * kMs), u"12:30:06\n0ms");
-  EXPECT_EQ(FormatAxisValue(axis, at + 600 * kMs), u"12:30:05\n600ms");
-  EXPECT_EQ(FormatAxisValue(axis, 45000.0 + 10 * 3600 * kSecondInDays + 999 * kMs),
-            u"10:00:01\n0ms");
+  const char16_t* ms = u"%H:%M:%S\n%%dms";
+  double at = 45000.0 + (12 * 3600 + 30 * 60 + 5) * kSecondInDays, ten = 45000.0 + 10 * 3600 * kSecondInDays;
   // Before day 0 the time of day still runs forward.
-  EXPECT_EQ(FormatAxisValue(axis, -1.25 - 250 * kMs), u"06:00:00\n250ms");
-  EXPECT_EQ(FormatAxisValue(Axis(kAxisTime, u"%m%%d"), 45000.75), u"030");
+  ExpectTexts(kAxisTime, {{ms, at + 125 * kMs, u"12:30:05\n125ms"}, {ms, at + 123 * kMs, u"12:30:05\n125ms"},
+                          {ms, at + 122 * kMs, u"12:30:05\n120ms"}, {ms, at + 999 * kMs, u"12:30:06\n0ms"},
+                          {ms, at + 600 * kMs, u"12:30:05\n600ms"}, {ms, ten + 999 * kMs, u"10:00:01\n0ms"},
+                          {ms, -1.25 - 250 * kMs, u"06:00:00\n250ms"}, {u"%m%%d", 45000.75, u"030"}});
 }
 
 TEST(LabelExtentTextsTest, SamplesTheTextsAnAxisMeasures) {

@@ -1,5 +1,7 @@
 #include "util/date_time.h"
 
+#include <tuple>
+
 #include "util/util_test_support.h"
 
 namespace zel {
@@ -20,16 +22,9 @@ SystemTime At(int year, int month, int day, int hour = 10) {
 TEST(DateTimeToTmTest, FillsCalendarFieldsOrLeavesTheRecordAlone) {
   std::tm time{};
   ASSERT_TRUE(DateTimeToTm(45000.75, time));
-  EXPECT_EQ(time.tm_year, 123);
-  EXPECT_EQ(time.tm_mon, 2);
-  EXPECT_EQ(time.tm_mday, 15);
-  EXPECT_EQ(time.tm_hour, 18);
-  EXPECT_EQ(time.tm_wday, 3);
-
+  EXPECT_EQ(std::tuple(time.tm_year, time.tm_mon, time.tm_mday, time.tm_hour, time.tm_wday), std::tuple(123, 2, 15, 18, 3));
   ASSERT_TRUE(DateTimeToTm(0.0, time));
-  EXPECT_EQ(time.tm_year, -1);
-  EXPECT_EQ(time.tm_mon, 11);
-  EXPECT_EQ(time.tm_mday, 30);
+  EXPECT_EQ(std::tuple(time.tm_year, time.tm_mon, time.tm_mday), std::tuple(-1, 11, 30));
 
   std::tm untouched{};
   untouched.tm_mday = 17;

@@ -1,5 +1,7 @@
 #include "util/font_spec.h"
 
+#include <tuple>
+
 #include "util/util_test_support.h"
 
 namespace zel {
@@ -20,9 +22,7 @@ TEST_F(FontSpecTest, ReadsFaceSizeAndDefaults) {
   UseResolution(96);
   LogFont font = ParseFontSpec(u"Arial,7");
   EXPECT_EQ(font.FaceName(), u"Arial");
-  EXPECT_EQ(font.lfHeight, -9);
-  EXPECT_EQ(font.lfWeight, 400);
-  EXPECT_EQ(font.lfCharSet, 1);
+  EXPECT_EQ(std::tuple(font.lfHeight, font.lfWeight, font.lfCharSet), std::tuple(-9, 400, 1));
   EXPECT_EQ(font.lfItalic + font.lfUnderline + font.lfEscapement + font.lfWidth, 0);
 
   UseResolution(72);
@@ -48,29 +48,19 @@ TEST_F(FontSpecTest, AsksForTheResolutionOnceAndOnlyWhenASizeIsGiven) {
 TEST_F(FontSpecTest, KeywordsMatchInAnyCaseButOnlyWholeFields) {
   EXPECT_EQ(ParseFontSpec(u"Arial,9,bold"), ParseFontSpec(u"Arial,9,Bold, Charset_Default"));
   LogFont font = ParseFontSpec(u"Arial,9, italic,UNDERLINED,Bold");
-  EXPECT_EQ(font.lfWeight, 700);
-  EXPECT_EQ(font.lfItalic, 1);
-  EXPECT_EQ(font.lfUnderline, 1);
+  EXPECT_EQ(std::tuple(font.lfWeight, font.lfItalic, font.lfUnderline), std::tuple(700, 1, 1));
   EXPECT_EQ(ParseFontSpec(u"Arial,9,bold ").lfWeight, 400);
   EXPECT_EQ(ParseFontSpec(u"Arial,9,boldface,heavy").lfWeight, 400);
   EXPECT_EQ(ParseFontSpec(u"arial,9").FaceName(), u"arial");
 }
 
 TEST_F(FontSpecTest, CharsetFieldsReadTheirKeywordFromTheNinthCharacter) {
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET_RUSSIAN").lfCharSet, 204);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Russian").lfCharSet, 204);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,charset-russian").lfCharSet, 204);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset OEM").lfCharSet, 255);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset ANSI").lfCharSet, 0);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Klingon").lfCharSet, 1);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET").lfCharSet, 1);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,CHARSET,RUSSIAN").lfCharSet, 1);
-  EXPECT_EQ(ParseFontSpec(u"Arial,9,Charset Greek,Charset Baltic").lfCharSet, 186);
-  EXPECT_EQ(CharsetFromKeyword("EASTEUROPE"), 238);
-  EXPECT_EQ(CharsetFromKeyword("TURKISHX"), 162);
-  EXPECT_EQ(CharsetFromKeyword("CHINESEBIG5"), 136);
-  EXPECT_EQ(CharsetFromKeyword("DEFAULT"), 1);
-  EXPECT_EQ(CharsetFromKeyword(""), 1);
+  for (auto [fields, charset] : {std::pair{u"CHARSET_RUSSIAN", 204}, {u"Charset Russian", 204}, {u"charset-russian", 204},
+                                 {u"Charset OEM", 255}, {u"Charset ANSI", 0}, {u"Charset Klingon", 1}, {u"CHARSET", 1},
+                                 {u"CHARSET,RUSSIAN", 1}, {u"Charset Greek,Charset Baltic", 186}})
+    EXPECT_EQ(ParseFontSpec(u"Arial,9," + Text(fields)).lfCharSet, charset) << Utf8FromText(fields);
+  for (auto [keyword, charset] : {std::pair{"EASTEUROPE", 238}, {"TURKISHX", 162}, {"CHINESEBIG5", 136}, {"DEFAULT", 1}, {"", 1}})
+    EXPECT_EQ(CharsetFromKeyword(keyword), charset) << keyword;
 }
 
 TEST_F(FontSpecTest, LeadingBlanksShortenTheFaceFromItsEndAndFacesAreCut) {
