@@ -202,7 +202,8 @@ void MouseTracker::FinishBand(Surface& surface, Reaction& reaction) {
   float width = b.right - b.left, height = b.top - b.bottom;
   int32_t mode = graph_.mouseMode();
   float threshold = mode == kModeZoom ? kZoomThreshold : kSelectThreshold;
-  bool large = width > threshold && height > threshold;
+  // A band left over from a mode change to PAN or NONE selects nothing.
+  bool large = Bands(mode) && width > threshold && height > threshold;
   if (large) reaction.events.push_back(AreaSelected{b.left, b.right, b.bottom, b.top});
   if (large && mode == kModeZoom) return;  // the band stays until the host zooms
   if (large && mode == kModeSelect) reaction.viewChanged = true;

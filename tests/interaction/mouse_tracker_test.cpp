@@ -50,6 +50,13 @@ TEST_F(MouseTrackerTest, SelectAndZoomReleaseAtTheirOwnThresholds) {
   surface_.calls.clear();
   tracker_.ButtonDown(surface_, {10, 10}, {});
   EXPECT_EQ(surface_.Calls("Polyline").size(), 1u);
+
+  // A mode change keeps the drag, but outside SELECT and ZOOM a band
+  // selects nothing when released.
+  tracker_.MouseMove(surface_, {200, 200}, {});
+  graph_.mouseMode() = kModePan;
+  EXPECT_TRUE(tracker_.ButtonUp(surface_, {200, 200}, {}).events.empty());
+  EXPECT_TRUE(graph_.band().empty());
 }
 
 TEST_F(MouseTrackerTest, PlainClickSelectsLegendByPixelColour) {

@@ -76,6 +76,14 @@ TEST_F(WindowInputTest, KeysTheControlDoesNotUseReachTheParent) {
   SendMessageW(window, WM_KEYDOWN, 'A', 0);
   SendMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);  // no drag to cancel
   EXPECT_EQ(parentKeys, (std::vector<WPARAM>{'A', VK_ESCAPE}));
+  // Esc during a band is the control's: the release then selects nothing.
+  Send(WM_LBUTTONDOWN, 150, 100);
+  Send(WM_MOUSEMOVE, 250, 200);
+  SendMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+  Send(WM_LBUTTONUP, 250, 200);
+  EXPECT_EQ(parentKeys.size(), 2u);
+  EXPECT_TRUE(sink.calls.empty());
+  EXPECT_EQ(GetCapture(), nullptr);
 
   // With a hairline the arrows snap it and report it moved.
   LONG id = -1;
