@@ -32,13 +32,6 @@ class PieTest : public EngineTest {
   RecordingSurface measuring;
 };
 
-TEST(PieLayoutTest, AnEmptyPieReportsTheWholeSpaceAsRoomLeft) {
-  PieLayout layout = LayOutPie(300, 200, 12, {});
-  EXPECT_EQ(layout.diameter, 0);
-  EXPECT_EQ(layout.overflowX, -300);
-  EXPECT_EQ(layout.overflowY, -200);
-}
-
 TEST(PieLayoutTest, TheDiameterShrinksUntilTheLabelsFitBesideThePie) {
   // 200 wide, 200 under the 22-pixel title band: the pie would fill the
   // width, and the label (5 + 29 + 7 pixels) passes the last column by 42.

@@ -10,8 +10,6 @@
 namespace zel {
 namespace {
 
-AxisProps Range(Value min, Value max) { return {.min = min, .max = max}; }
-
 int MessageOf(auto&& action) {
   try {
     action();
@@ -49,54 +47,52 @@ TEST_F(VAxisTest, DefaultsAndWhatAnyRecordResets) {
 
 TEST_F(VAxisTest, EndsAreHeldInTheAxisTypeAndRealsReadBackAsDoubles) {
   VAxis real(false, kAxisReal, nullptr);
-  real.SetProperties(Range(int32_t(0), 0.1));
+  real.SetProperties(AxisRange(int32_t(0), 0.1));
   EXPECT_EQ(real.GetProperties().max, Value(double(0.1f)));
   EXPECT_EQ(std::get<double>(real.GetProperties().max), 0.10000000149011612);
 
   VAxis integer(false, kAxisInteger, nullptr);
-  integer.SetProperties(Range(-2.5, 3.5));
+  integer.SetProperties(AxisRange(-2.5, 3.5));
   EXPECT_EQ(integer.min(), Value(int32_t(-2)));
   EXPECT_EQ(integer.max(), Value(int32_t(4)));
 
   VAxis discrete(false, kAxisDiscrete, nullptr);
-  discrete.SetProperties(Range(int32_t(5), int32_t(9)));
+  discrete.SetProperties(AxisRange(int32_t(5), int32_t(9)));
   EXPECT_EQ(discrete.min(), Value(int32_t(0)));
 
   VAxis time(false, kAxisTime, nullptr);
-  time.SetProperties(Range(45000.0, Text(u"45001.5")));
+  time.SetProperties(AxisRange(45000.0, Text(u"45001.5")));
   EXPECT_EQ(time.GetProperties().max, Value(DateValue{45001.5}));
 }
 
 TEST_F(VAxisTest, UnconvertibleEndsRaiseAndChangeNothing) {
   VAxis axis(false, kAxisReal, nullptr);
-  axis.SetProperties(Range(1.0, 2.0));
-  AxisProps badMax = Range(5.0, 1e39);
+  axis.SetProperties(AxisRange(1.0, 2.0));
+  AxisProps badMax = AxisRange(5.0, 1e39);
   badMax.title = u"changed";
   EXPECT_EQ(MessageOf([&] { axis.SetProperties(badMax); }), kMsgWrongMax);
-  EXPECT_EQ(MessageOf([&] { axis.SetProperties(Range(Text(u"abc"), 1e39)); }), kMsgWrongMin);
+  EXPECT_EQ(MessageOf([&] { axis.SetProperties(AxisRange(Text(u"abc"), 1e39)); }), kMsgWrongMin);
   EXPECT_EQ(axis.min(), Value(1.0f));
   EXPECT_EQ(axis.title(), u"");
   VAxis time(false, kAxisTime, nullptr);
-  EXPECT_EQ(MessageOf([&] { time.SetProperties(Range(0.0, 3e6)); }), kMsgWrongMax);
+  EXPECT_EQ(MessageOf([&] { time.SetProperties(AxisRange(0.0, 3e6)); }), kMsgWrongMax);
   EXPECT_EQ(MessageOf([&] { VAxis(false, kAxisInteger, &badMax); }), kMsgWrongMax);
 }
 
 TEST_F(VAxisTest, GivenStepsAreKeptOnlyWhenNotWholeAndAboveOne) {
   auto steps = [](double annotation, double tick) {
     VAxis axis(false, kAxisReal, nullptr);
-    AxisProps props = Range(0.0, 100.0);
+    AxisProps props = AxisRange(0.0, 100.0);
     props.annotationIncrement = annotation;
     props.tickIncrement = tick;
     axis.SetProperties(props);
     axis.UpdateSteps(1);
     return std::pair(axis.annotationStep(), axis.tickStep());
   };
-  EXPECT_EQ(steps(2.5, 0), std::pair(2.5f, 2.5f));
-  EXPECT_EQ(steps(2.5, 1.5), std::pair(2.5f, 1.5f));
-  EXPECT_EQ(steps(2.5, 0.5), std::pair(2.5f, 2.5f));
-  EXPECT_EQ(steps(5, 1.5), std::pair(10.0f, 5.0f));
-  EXPECT_EQ(steps(0.5, 0), std::pair(10.0f, 5.0f));
-  EXPECT_EQ(steps(NAN, 0), std::pair(10.0f, 5.0f));
+  for (auto [annotation, tick, expected] : {std::tuple{2.5, 0.0, std::pair(2.5f, 2.5f)}, {2.5, 1.5, {2.5f, 1.5f}},
+                                            {2.5, 0.5, {2.5f, 2.5f}}, {5.0, 1.5, {10.0f, 5.0f}},
+                                            {0.5, 0.0, {10.0f, 5.0f}}, {double(NAN), 0.0, {10.0f, 5.0f}}})
+    EXPECT_EQ(steps(annotation, tick), expected) << annotation << " " << tick;
 }
 
 struct StepCase {
@@ -126,7 +122,7 @@ TEST_F(VAxisTest, AutomaticStepsAndFormats) {
   };
   for (const StepCase& c : cases) {
     VAxis axis(false, c.type, nullptr);
-    axis.SetProperties(Range(c.min, c.max));
+    axis.SetProperties(AxisRange(c.min, c.max));
     axis.UpdateSteps(1);
     EXPECT_EQ(std::tuple(axis.annotationStep(), axis.tickStep(), Utf8FromText(axis.annotationFormat())),
               std::tuple(c.annotation, c.tick, Utf8FromText(c.format)))
@@ -137,24 +133,19 @@ TEST_F(VAxisTest, AutomaticStepsAndFormats) {
 TEST_F(VAxisTest, TimeStepsCountUnitsAndFollowTheReportType) {
   VAxis axis(false, kAxisTime, nullptr);
   auto step = [&](double days, double scale = 1) {
-    axis.SetProperties(Range(DateValue{0}, DateValue{days}));
+    axis.SetProperties(AxisRange(DateValue{0}, DateValue{days}));
     axis.UpdateSteps(scale);
     return std::pair(axis.annotationStep(), axis.timeUnitLength());
   };
-  // A tenth of the span per label, in units of the size of that tenth.
-  EXPECT_EQ(step(1), std::pair(2.0f, float(1.0 / 24)));
-  EXPECT_EQ(step(3), std::pair(6.0f, float(1.0 / 24)));
-  EXPECT_EQ(step(10.0 / 3), std::pair(8.0f, float(1.0 / 24)));
-  EXPECT_EQ(step(5), std::pair(12.0f, float(1.0 / 24)));
-  EXPECT_EQ(step(0.5), std::pair(1.0f, float(1.0 / 24)));
-  EXPECT_EQ(step(0.3), std::pair(30.0f, float(1.0 / 1440)));
-  EXPECT_EQ(step(0.2, 2), std::pair(15.0f, float(1.0 / 1440)));
-  EXPECT_EQ(step(2.0 / 1440), std::pair(15.0f, float(1.0 / 86400)));
-  EXPECT_EQ(step(10), std::pair(1.0f, 1.0f));
-  EXPECT_EQ(step(20.0 / 144), std::pair(20.0f, float(1.0 / 1440)));
-  EXPECT_EQ(step(150), std::pair(1.0f, 31.0f));
-  EXPECT_EQ(step(400), std::pair(1.0f, 30.459f));
-  EXPECT_EQ(step(4000), std::pair(1.0f, 365.0f));
+  // {span in days, scale, step, unit}: a tenth of the span per label, in
+  // units of the size of that tenth.
+  const float hour = float(1.0 / 24), minute = float(1.0 / 1440), second = float(1.0 / 86400);
+  for (auto [days, scale, annotation, unit] :
+       {std::tuple{1.0, 1.0, 2.0f, hour}, {3.0, 1.0, 6.0f, hour}, {10.0 / 3, 1.0, 8.0f, hour}, {5.0, 1.0, 12.0f, hour},
+        {0.5, 1.0, 1.0f, hour}, {0.3, 1.0, 30.0f, minute}, {0.2, 2.0, 15.0f, minute}, {2.0 / 1440, 1.0, 15.0f, second},
+        {10.0, 1.0, 1.0f, 1.0f}, {20.0 / 144, 1.0, 20.0f, minute}, {150.0, 1.0, 1.0f, 31.0f},
+        {400.0, 1.0, 1.0f, 30.459f}, {4000.0, 1.0, 1.0f, 365.0f}})
+    EXPECT_EQ(step(days, scale), std::pair(annotation, unit)) << days << " at scale " << scale;
   EXPECT_EQ(step(1e-6).second, float(1.0 / 86400 / 1000));
   Process().reportType = 1;
   EXPECT_EQ(step(7), std::pair(1.0f, 1.0f));
@@ -170,7 +161,7 @@ TEST_F(VAxisTest, DegenerateRangesGiveUsableSteps) {
       Value lo = min, hi = max;
       if (type == kAxisTime) lo = DateValue{min}, hi = DateValue{max};
       try {
-        axis.SetProperties(Range(lo, hi));
+        axis.SetProperties(AxisRange(lo, hi));
       } catch (const GraphError&) {
         continue;  // not representable in this type
       }
@@ -184,7 +175,7 @@ TEST_F(VAxisTest, DegenerateRangesGiveUsableSteps) {
 
 TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
   VAxis x(false, kAxisTime, nullptr);
-  AxisProps props = Range(DateValue{0}, DateValue{1});
+  AxisProps props = AxisRange(DateValue{0}, DateValue{1});
   props.title = Text(300, u't');
   props.titlePosition = u"CENTER";
   props.gridMode = u"TICK";
@@ -199,7 +190,6 @@ TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
   EXPECT_EQ(read.titlePosition, u"CENTER");
   EXPECT_EQ(read.gridMode, u"TICK");
   EXPECT_EQ(read.gridStyle, u"DOTTED");
-  EXPECT_EQ(read.gridWidth, 3);
   EXPECT_EQ(read.annotationFormat, u"");
   EXPECT_EQ(read.annotationFont, u"Courier,12, Italic, Charset_Default");
   EXPECT_EQ(x.timeUnitLength(), 1.0f);
@@ -221,7 +211,7 @@ TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
 
 TEST_F(VAxisTest, VisibilityAndFractionsFollowTheRange) {
   VAxis axis(false, kAxisInteger, nullptr);
-  axis.SetProperties(Range(int32_t(10), int32_t(20)));
+  axis.SetProperties(AxisRange(int32_t(10), int32_t(20)));
   EXPECT_TRUE(axis.IsValueVisible(int32_t(15), 0.4, 0.6));
   EXPECT_TRUE(axis.IsValueVisible(14.0, 0.4, 0.6));
   EXPECT_FALSE(axis.IsValueVisible(13.9, 0.4, 0.6));
@@ -230,7 +220,7 @@ TEST_F(VAxisTest, VisibilityAndFractionsFollowTheRange) {
   EXPECT_DOUBLE_EQ(axis.ValueToFraction(12.5), 0.25);
 
   VAxis discrete(false, kAxisDiscrete, nullptr);
-  discrete.SetProperties(Range(int32_t(7), int32_t(4)));
+  discrete.SetProperties(AxisRange(int32_t(7), int32_t(4)));
   EXPECT_DOUBLE_EQ(discrete.ValueToFraction(1), 0.25);
   VAxis flat(false, kAxisReal, nullptr);
   EXPECT_EQ(flat.ValueToFraction(3), 0.0);
@@ -265,7 +255,7 @@ TEST_F(VAxisTest, AxesPlacedOnAnotherCountThemselvesThere) {
     EXPECT_EQ(y.reference(), &x);
   }
   EXPECT_EQ(x.refCount(), 0);
-  AxisProps bad = Range(Text(u"?"), 1.0);
+  AxisProps bad = AxisRange(Text(u"?"), 1.0);
   EXPECT_THROW(VAxis(true, kAxisReal, &bad, VAxis::kOnAxis, &x, 5), GraphError);
   EXPECT_EQ(x.refCount(), 0);
 }

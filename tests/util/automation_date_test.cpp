@@ -68,10 +68,11 @@ TEST(AutomationDateTest, RefusesDatesAndFieldsOutOfRange) {
 
 TEST(AutomationDateTest, FieldsPastTheirRangeRollIntoTheNextOne) {
   // Two-digit years: below 50 in this century, from 50 in the last.
-  for (auto [given, same] : {std::pair{Fields(2023, 12, 32), Fields(2024, 1, 1)}, {Fields(2023, 13, 5), Fields(2024, 1, 5)},
-                             {Fields(2023, 11, 31), Fields(2023, 12, 1)}, {Fields(2001, 2, 29), Fields(2001, 3, 1)},
-                             {Fields(2023, 5, 0, 24), Fields(2023, 5, 1)}, {Fields(49, 6, 1), Fields(2049, 6, 1)},
-                             {Fields(50, 6, 1), Fields(1950, 6, 1)}})
+  for (auto [given, same] :
+       {std::pair{Fields(2023, 12, 32), Fields(2024, 1, 1)}, {Fields(2023, 13, 5), Fields(2024, 1, 5)},
+        {Fields(2023, 11, 31), Fields(2023, 12, 1)}, {Fields(2001, 2, 29), Fields(2001, 3, 1)},
+        {Fields(2023, 5, 0, 24), Fields(2023, 5, 1)}, {Fields(49, 6, 1), Fields(2049, 6, 1)},
+        {Fields(50, 6, 1), Fields(1950, 6, 1)}})
     EXPECT_EQ(Date(given), Date(same)) << given.wYear << "-" << given.wMonth << "-" << given.wDay;
 }
 

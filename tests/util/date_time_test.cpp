@@ -22,7 +22,8 @@ SystemTime At(int year, int month, int day, int hour = 10) {
 TEST(DateTimeToTmTest, FillsCalendarFieldsOrLeavesTheRecordAlone) {
   std::tm time{};
   ASSERT_TRUE(DateTimeToTm(45000.75, time));
-  EXPECT_EQ(std::tuple(time.tm_year, time.tm_mon, time.tm_mday, time.tm_hour, time.tm_wday), std::tuple(123, 2, 15, 18, 3));
+  EXPECT_EQ(std::tuple(time.tm_year, time.tm_mon, time.tm_mday, time.tm_hour, time.tm_wday),
+            std::tuple(123, 2, 15, 18, 3));
   ASSERT_TRUE(DateTimeToTm(0.0, time));
   EXPECT_EQ(std::tuple(time.tm_year, time.tm_mon, time.tm_mday), std::tuple(-1, 11, 30));
 

@@ -55,11 +55,13 @@ TEST_F(FontSpecTest, KeywordsMatchInAnyCaseButOnlyWholeFields) {
 }
 
 TEST_F(FontSpecTest, CharsetFieldsReadTheirKeywordFromTheNinthCharacter) {
-  for (auto [fields, charset] : {std::pair{u"CHARSET_RUSSIAN", 204}, {u"Charset Russian", 204}, {u"charset-russian", 204},
-                                 {u"Charset OEM", 255}, {u"Charset ANSI", 0}, {u"Charset Klingon", 1}, {u"CHARSET", 1},
-                                 {u"CHARSET,RUSSIAN", 1}, {u"Charset Greek,Charset Baltic", 186}})
+  for (auto [fields, charset] :
+       {std::pair{u"CHARSET_RUSSIAN", 204}, {u"Charset Russian", 204}, {u"charset-russian", 204}, {u"Charset OEM", 255},
+        {u"Charset ANSI", 0}, {u"Charset Klingon", 1}, {u"CHARSET", 1}, {u"CHARSET,RUSSIAN", 1},
+        {u"Charset Greek,Charset Baltic", 186}})
     EXPECT_EQ(ParseFontSpec(u"Arial,9," + Text(fields)).lfCharSet, charset) << Utf8FromText(fields);
-  for (auto [keyword, charset] : {std::pair{"EASTEUROPE", 238}, {"TURKISHX", 162}, {"CHINESEBIG5", 136}, {"DEFAULT", 1}, {"", 1}})
+  for (auto [keyword, charset] :
+       {std::pair{"EASTEUROPE", 238}, {"TURKISHX", 162}, {"CHINESEBIG5", 136}, {"DEFAULT", 1}, {"", 1}})
     EXPECT_EQ(CharsetFromKeyword(keyword), charset) << keyword;
 }
 

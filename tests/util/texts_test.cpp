@@ -9,12 +9,9 @@ namespace {
 class TextsTest : public UtilTest {};
 
 TEST_F(TextsTest, MessagesKeepTheirExactWording) {
-  EXPECT_EQ(FormatText(kMsgAxisExists, 1), u"An axis with  id = 1 already exists");
   EXPECT_EQ(FormatText(kMsgWrongAxisType, u"real"), u"\"real\" is a wrong Axis type");
-  EXPECT_EQ(FormatText(kMsgDatasetMissing, -7), u"Dataset with id = -7 does NOT exist!");
   EXPECT_EQ(FormatText(kMsgArrayAccess, int32_t(0x80070057)),
             u"Error occurred while accessing Array elements, error code=-2147024809");
-  EXPECT_EQ(FormatText(kMsgAxisReferenced, 3), u"The Axis 3 is referenced by other axes or datasets.");
   EXPECT_EQ(FormatText(kMsgNotArray), u"The argument is not Array");
   EXPECT_EQ(LookupText(kTextModuleName), u"ZELGraph");
   EXPECT_EQ(LookupText(kMenuGraphSettings), u"Graph &Settings...");
