@@ -3,6 +3,7 @@
 // not use reach the parent, scroll requests move the view, and a host may
 // change the graph from inside an event handler.
 #include "hosted_control.h"
+#include "modal_watch.h"
 
 namespace zel::testing {
 namespace {
@@ -279,50 +280,8 @@ TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
   EXPECT_EQ(EventsOf(kGraphAreaMoved).size(), 1u) << "the drag is over";
 }
 
-// What the context menu offered when it opened: each item's id (0 for a
-// separator), text and whether it was greyed. The menu is closed at once.
-struct MenuItemSeen {
-  UINT id;
-  std::wstring text;
-  bool grayed;
-  bool operator==(const MenuItemSeen&) const = default;
-};
-void PrintTo(const MenuItemSeen& item, std::ostream* out) {
-  *out << item.id << " \"" << std::string(item.text.begin(), item.text.end()) << "\"" << (item.grayed ? " grayed" : "");
-}
-std::vector<MenuItemSeen> menuSeen;
-WNDPROC controlProcedure = nullptr;
-
-LRESULT CALLBACK RecordMenu(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_INITMENUPOPUP) {
-    HMENU menu = reinterpret_cast<HMENU>(wParam);
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-      wchar_t text[64] = L"";
-      GetMenuStringW(menu, UINT(i), text, 64, MF_BYPOSITION);
-      UINT state = GetMenuState(menu, UINT(i), MF_BYPOSITION);
-      UINT id = GetMenuItemID(menu, i);
-      menuSeen.push_back({id, text, id != 0 && (state & MF_GRAYED) != 0});  // separators count as no state
-    }
-    PostMessageW(window, WM_CANCELMODE, 0, 0);
-    PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
-  }
-  return CallWindowProcW(controlProcedure, window, message, wParam, lParam);
-}
-
-// Closes a menu that was never seen opening, so that no test waits forever.
-void CALLBACK EndMenuLate(HWND, UINT, UINT_PTR, DWORD) { EndMenu(); }
-
 TEST_F(WindowInputTest, TheContextMenuOffersWhatSuitsThePlace) {
-  controlProcedure = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordMenu)));
-  UINT_PTR fallback = SetTimer(nullptr, 0, 2000, EndMenuLate);
-  auto openAt = [&](int x, int y) {
-    menuSeen.clear();
-    POINT p{x, y};
-    ClientToScreen(window, &p);
-    SendMessageW(window, WM_CONTEXTMENU, WPARAM(window), MAKELPARAM(p.x, p.y));
-    return menuSeen;
-  };
+  auto openAt = [&](int x, int y) { return ContextMenuAt(window, x, y); };
   // Outside the plot (on the axis labels): only the axes, and no hairline to show.
   EXPECT_EQ(openAt(5, 295), (std::vector<MenuItemSeen>{{426, L"Axes Properties...", false},
                                                        {0, L"", false},
@@ -342,35 +301,20 @@ TEST_F(WindowInputTest, TheContextMenuOffersWhatSuitsThePlace) {
   EXPECT_EQ(openAt(200, 150), (std::vector<MenuItemSeen>{{427, L"Curve Properties...", false},
                                                          {0, L"", false},
                                                          {316, L"Show &Hairline Here", false}}));
-  KillTimer(nullptr, fallback);
-  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(controlProcedure));
 }
 
-// The property frame: its tab count is noted when it activates, then it is
-// cancelled.
-HHOOK frameHook = nullptr;
-int frameTabs = -1;
-
-LRESULT CALLBACK CloseFrame(int code, WPARAM wParam, LPARAM lParam) {
-  if (code == HCBT_ACTIVATE) {
-    HWND dialog = reinterpret_cast<HWND>(wParam);
-    HWND tabs = FindWindowExW(dialog, nullptr, L"SysTabControl32", nullptr);
-    if (tabs && frameTabs < 0) {
-      frameTabs = int(SendMessageW(tabs, 0x1304 /* TCM_GETITEMCOUNT */, 0, 0));
-      PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    }
-  }
-  return CallNextHookEx(frameHook, code, wParam, lParam);
-}
-
+// Each frame's tab count is noted when it opens, then it is cancelled.
 TEST_F(WindowInputTest, PropertyFramesOpenWithTheirPagesAndClose) {
-  frameHook = SetWindowsHookExW(WH_CBT, CloseFrame, nullptr, GetCurrentThreadId());
   for (auto [command, tabs] : {std::pair(244, 3), std::pair(426, 1), std::pair(427, 1)}) {
-    frameTabs = -1;
+    int frameTabs = -1;
+    WhenDialogOpens([&](HWND frame) {
+      HWND tabControl = FindWindowExW(frame, nullptr, L"SysTabControl32", nullptr);
+      if (tabControl) frameTabs = int(SendMessageW(tabControl, 0x1304 /* TCM_GETITEMCOUNT */, 0, 0));
+      PostMessageW(frame, WM_COMMAND, IDCANCEL, 0);
+    });
     SendMessageW(window, WM_COMMAND, WPARAM(command), 0);
     EXPECT_EQ(frameTabs, tabs) << command;
   }
-  UnhookWindowsHookEx(frameHook);
   LONG id = 0, fromLegend = 1;
   graph->GetCurveInfofromLegend(&id, &fromLegend);
   EXPECT_EQ(fromLegend, 0) << "the curve page's frame ends the curve choice";
