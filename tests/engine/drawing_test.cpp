@@ -89,10 +89,10 @@ TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
   DatasetProps props;
   props.lineWidth = 3;
   VDataset curve(kPlot, nullptr, nullptr, &props);
-  EXPECT_EQ(LookOf(curve, kPlot, {}, 1.5, false).penWidth, 4);
-  EXPECT_EQ(LookOf(curve, kPlot, {}, 2.0, false).penWidth, 6);
-  EXPECT_EQ(LookOf(curve, kPlot, {}, 2.0, true).penWidth, 4);  // highlighted: width + 1
-  EXPECT_EQ(LookOf(curve, kPlot, {}, std::nan(""), false).penWidth, 3);
+  // {scale, highlighted, width}: highlighted draws width + 1 unscaled.
+  for (auto [scale, highlighted, width] :
+       {std::tuple{1.5, false, 4}, {2.0, false, 6}, {2.0, true, 4}, {std::nan(""), false, 3}})
+    EXPECT_EQ(LookOf(curve, kPlot, {}, scale, highlighted).penWidth, width) << scale << " " << highlighted;
 
   FakeWindow window;
   VGraph graph(&window);

@@ -46,12 +46,11 @@ class GraphDrawingTest : public EngineTest {
 
 TEST_F(GraphDrawingTest, TheThirdGridWordChoosesWhichAxesDrawGrids) {
   AddAxes();
-  struct Case {
-    int16_t word;
-    bool vertical, horizontal;
-  } cases[] = {{0, false, false}, {1, false, true}, {2, true, false}, {3, true, true}, {4, false, false}};
-  for (const Case& c : cases) {
-    graph.SetGridProps(0x00FF00, {0, 1, c.word});
+  // {third word, vertical lines, horizontal lines}
+  for (auto [word, wantVertical, wantHorizontal] :
+       {std::tuple<int16_t, bool, bool>{0, false, false}, {1, false, true}, {2, true, false}, {3, true, true},
+        {4, false, false}}) {
+    graph.SetGridProps(0x00FF00, {0, 1, word});
     Draw();
     std::vector<std::string> grid = DrawnWith("Pen(0,1,00FF00,cosmetic)");
     bool vertical = false, horizontal = false;
@@ -61,8 +60,7 @@ TEST_F(GraphDrawingTest, TheThirdGridWordChoosesWhichAxesDrawGrids) {
       ASSERT_EQ(std::sscanf(grid[i + 1].c_str(), "LineTo(%d,%d)", &x1, &y1), 2);
       (x0 == x1 ? vertical : horizontal) = true;
     }
-    EXPECT_EQ(vertical, c.vertical) << "word " << c.word;
-    EXPECT_EQ(horizontal, c.horizontal) << "word " << c.word;
+    EXPECT_EQ(std::pair(vertical, horizontal), std::pair(wantVertical, wantHorizontal)) << "word " << word;
   }
 }
 

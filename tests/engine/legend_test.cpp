@@ -84,22 +84,17 @@ TEST_F(LegendTest, BarsShowNoMarkerAndOtherCurvesTheirShape) {
 
 TEST_F(LegendTest, TheSeparatorIsAnXorLineOnTheSideFacingThePlot) {
   Add(u"x");
-  struct Case {
-    int32_t position;
-    const char* from;
-    const char* to;
-  };
-  for (const Case& c : {Case{VLegend::kRight, "MoveTo(300,10)", "LineTo(300,90)"},
-                        Case{VLegend::kLeft, "MoveTo(399,10)", "LineTo(399,90)"},
-                        Case{VLegend::kTop, "MoveTo(300,89)", "LineTo(400,89)"},
-                        Case{VLegend::kBottom, "MoveTo(300,10)", "LineTo(400,10)"},
-                        Case{7, "MoveTo(300,10)", "LineTo(400,10)"}}) {
-    Calls calls = Draw(c.position, {300, 10, 400, 90});
+  for (auto [position, from, to] : {std::tuple{int32_t(VLegend::kRight), "MoveTo(300,10)", "LineTo(300,90)"},
+                                    {VLegend::kLeft, "MoveTo(399,10)", "LineTo(399,90)"},
+                                    {VLegend::kTop, "MoveTo(300,89)", "LineTo(400,89)"},
+                                    {VLegend::kBottom, "MoveTo(300,10)", "LineTo(400,10)"},
+                                    {7, "MoveTo(300,10)", "LineTo(400,10)"}}) {
+    Calls calls = Draw(position, {300, 10, 400, 90});
     ASSERT_GE(calls.size(), 8u);
     EXPECT_EQ(calls[0], "Save");
     EXPECT_EQ(calls[1], "IntersectClip(300,10,400,90)");
     EXPECT_EQ((Calls(calls.begin() + 2, calls.begin() + 7)),
-              (Calls{"Xor", "Pen(0,1,FFFFFF,cosmetic)", c.from, c.to, "Copy"}));
+              (Calls{"Xor", "Pen(0,1,FFFFFF,cosmetic)", from, to, "Copy"})) << position;
     EXPECT_EQ(calls.back(), "Restore");
   }
   EXPECT_TRUE(Draw(VLegend::kRight, {300, 10, 300, 90}).empty());

@@ -1,5 +1,6 @@
 #include "engine/v_axis.h"
 
+#include <array>
 #include <cmath>
 #include <tuple>
 
@@ -21,6 +22,9 @@ int MessageOf(auto&& action) {
 
 class VAxisTest : public EngineTest {};
 
+// titlePosition, gridMode and gridStyle as read back.
+std::array<Text, 3> Keywords(const AxisProps& p) { return {*p.titlePosition, *p.gridMode, *p.gridStyle}; }
+
 TEST_F(VAxisTest, DefaultsAndWhatAnyRecordResets) {
   VAxis x(false, kAxisReal, nullptr);
   VAxis y(true, kAxisReal, nullptr);
@@ -36,11 +40,9 @@ TEST_F(VAxisTest, DefaultsAndWhatAnyRecordResets) {
 
   y.SetProperties(AxisProps{});
   AxisProps applied = y.GetProperties();
-  EXPECT_EQ(applied.titlePosition, u"TOP");
+  EXPECT_EQ(Keywords(applied), (std::array<Text, 3>{u"TOP", u"NONE", u"SOLID"}));
   EXPECT_EQ(applied.gridWidth, 1);
   EXPECT_EQ(applied.YaxisPos, 0);
-  EXPECT_EQ(applied.gridMode, u"NONE");
-  EXPECT_EQ(applied.gridStyle, u"SOLID");
   EXPECT_EQ(applied.axisColor, Color(0x0000FF));
   EXPECT_EQ(applied.gridColor, Color(0x808080));
 }
@@ -187,9 +189,7 @@ TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
   x.SetProperties(props);
   AxisProps read = x.GetProperties();
   EXPECT_EQ(read.title->size(), 255u);
-  EXPECT_EQ(read.titlePosition, u"CENTER");
-  EXPECT_EQ(read.gridMode, u"TICK");
-  EXPECT_EQ(read.gridStyle, u"DOTTED");
+  EXPECT_EQ(Keywords(read), (std::array<Text, 3>{u"CENTER", u"TICK", u"DOTTED"}));
   EXPECT_EQ(read.annotationFormat, u"");
   EXPECT_EQ(read.annotationFont, u"Courier,12, Italic, Charset_Default");
   EXPECT_EQ(x.timeUnitLength(), 1.0f);
@@ -201,9 +201,7 @@ TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
   props.title.reset();
   x.SetProperties(props);
   read = x.GetProperties();
-  EXPECT_EQ(read.titlePosition, u"LEFT");
-  EXPECT_EQ(read.gridMode, u"NONE");
-  EXPECT_EQ(read.gridStyle, u"SOLID");
+  EXPECT_EQ(Keywords(read), (std::array<Text, 3>{u"LEFT", u"NONE", u"SOLID"}));
   EXPECT_EQ(read.title->size(), 255u);
   EXPECT_EQ(x.timeUnitLength(), 0.0f);
   EXPECT_EQ(read.timeUnit, u"");
