@@ -19,9 +19,12 @@
 #include <utility>
 #include <vector>
 
+#include "host_support.h"
 #include "zelgraph_idl.h"
 
 namespace {
+
+using namespace host;
 
 constexpr int kWidth = 800;
 constexpr int kHeight = 500;
@@ -68,29 +71,11 @@ struct Int32Array {
   ~Int32Array() { VariantClear(&v); }
 };
 
-VARIANT Missing() {
-  VARIANT v;
-  VariantInit(&v);
-  V_VT(&v) = VT_ERROR;
-  V_ERROR(&v) = DISP_E_PARAMNOTFOUND;
-  return v;
-}
-
 VARIANT Empty() {
   VARIANT v;
   VariantInit(&v);
   return v;
 }
-
-class Bstr {
- public:
-  explicit Bstr(const wchar_t* text) : text_(SysAllocString(text)) {}
-  ~Bstr() { SysFreeString(text_); }
-  operator BSTR() const { return text_; }
-
- private:
-  BSTR text_;
-};
 
 // A control hosted by ATL's container window, as a dialog or form hosts it.
 struct HostedGraph {
@@ -135,26 +120,6 @@ void SetValues(IVX_Graph* graph, LONG id, const std::vector<double>& xs, const s
   VARIANT append = Missing();
   graph->SetDatasetValues(id, x.v, y.v, s.v, append);
 }
-
-// A record of the type library's, filled by `fill` and handed to `use` in
-// a VARIANT, as compiled hosts pass AxisProps and DatasetProps.
-template <typename Record, typename Fill, typename Use>
-void WithRecord(const GUID& type, Fill fill, Use use) {
-  IRecordInfo* info = nullptr;
-  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, 0, type, &info))) return;
-  auto* record = static_cast<Record*>(info->RecordCreate());
-  fill(*record);
-  VARIANT props;
-  VariantInit(&props);
-  V_VT(&props) = VT_RECORD;
-  V_RECORD(&props) = record;
-  V_RECORDINFO(&props) = info;
-  use(props);
-  VariantClear(&props);
-}
-
-constexpr GUID kAxisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
-constexpr GUID kDatasetProps = {0x88A7E2DB, 0x2F1D, 0x4F59, {0xA7, 0xD4, 0xFE, 0x8F, 0x6C, 0xBC, 0x2C, 0x78}};
 
 // Category texts as x values, as the categories of a DISCRETE axis.
 void SetCategoryValues(IVX_Graph* graph, LONG id, const std::vector<const wchar_t*>& labels,
@@ -419,28 +384,6 @@ void Zoomed(IVX_Graph* g) {
   g->put_ZoomRect(zoom.v);
 }
 
-bool WritePng(HBITMAP bitmap, const std::wstring& path) {
-  IWICImagingFactory* factory = nullptr;
-  if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                              IID_IWICImagingFactory, reinterpret_cast<void**>(&factory))))
-    return false;
-  IWICBitmap* source = nullptr;
-  IWICStream* stream = nullptr;
-  IWICBitmapEncoder* encoder = nullptr;
-  IWICBitmapFrameEncode* frame = nullptr;
-  bool ok = SUCCEEDED(factory->CreateBitmapFromHBITMAP(bitmap, nullptr, WICBitmapIgnoreAlpha, &source)) &&
-            SUCCEEDED(factory->CreateStream(&stream)) &&
-            SUCCEEDED(stream->InitializeFromFilename(path.c_str(), GENERIC_WRITE)) &&
-            SUCCEEDED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder)) &&
-            SUCCEEDED(encoder->Initialize(stream, WICBitmapEncoderNoCache)) &&
-            SUCCEEDED(encoder->CreateNewFrame(&frame, nullptr)) && SUCCEEDED(frame->Initialize(nullptr)) &&
-            SUCCEEDED(frame->WriteSource(source, nullptr)) && SUCCEEDED(frame->Commit()) &&
-            SUCCEEDED(encoder->Commit());
-  for (IUnknown* p : std::initializer_list<IUnknown*>{frame, encoder, stream, source, factory})
-    if (p) p->Release();
-  return ok;
-}
-
 bool Render(const HostedGraph& hosted, const std::wstring& path) {
   IViewObject* view = nullptr;
   if (FAILED(hosted.graph->QueryInterface(IID_IViewObject, reinterpret_cast<void**>(&view)))) return false;
@@ -455,8 +398,9 @@ bool Render(const HostedGraph& hosted, const std::wstring& path) {
   RECTL bounds{0, 0, client.right, client.bottom};
   bool ok = SUCCEEDED(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds,
                                  nullptr, nullptr, 0));
+  GdiFlush();
   SelectObject(dc, old);
-  ok = ok && WritePng(bitmap, path);
+  ok = ok && WritePng(client.right, client.bottom, bits, path);
   DeleteObject(bitmap);
   DeleteDC(dc);
   view->Release();

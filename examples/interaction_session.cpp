@@ -23,9 +23,12 @@
 #include <utility>
 #include <vector>
 
+#include "host_support.h"
 #include "zelgraph_idl.h"
 
 namespace {
+
+using namespace host;
 
 constexpr int kWidth = 800;
 constexpr int kHeight = 480;
@@ -38,24 +41,6 @@ void Check(bool ok, const char* what) {
   std::printf("%s %s\n", ok ? "PASS" : "FAIL", what);
   std::fflush(stdout);
   failures += ok ? 0 : 1;
-}
-
-class Bstr {
- public:
-  explicit Bstr(const wchar_t* text) : text_(SysAllocString(text)) {}
-  ~Bstr() { SysFreeString(text_); }
-  operator BSTR() const { return text_; }
-
- private:
-  BSTR text_;
-};
-
-VARIANT Missing() {
-  VARIANT v;
-  VariantInit(&v);
-  V_VT(&v) = VT_ERROR;
-  V_ERROR(&v) = DISP_E_PARAMNOTFOUND;
-  return v;
 }
 
 double Number(const VARIANT& v) {
@@ -106,26 +91,6 @@ class Sink : public IDispatch {
     return nullptr;
   }
 };
-
-// A record of the type library's, filled by `fill` and handed to `use` in a
-// VARIANT, as compiled hosts pass AxisProps and DatasetProps.
-template <typename Record, typename Fill, typename Use>
-void WithRecord(const GUID& type, Fill fill, Use use) {
-  IRecordInfo* info = nullptr;
-  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, 0, type, &info))) return;
-  auto* record = static_cast<Record*>(info->RecordCreate());
-  fill(*record);
-  VARIANT props;
-  VariantInit(&props);
-  V_VT(&props) = VT_RECORD;
-  V_RECORD(&props) = record;
-  V_RECORDINFO(&props) = info;
-  use(props);
-  VariantClear(&props);
-}
-
-constexpr GUID kAxisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
-constexpr GUID kDatasetProps = {0x88A7E2DB, 0x2F1D, 0x4F59, {0xA7, 0xD4, 0xFE, 0x8F, 0x6C, 0xBC, 0x2C, 0x78}};
 
 void SetAxis(IVX_Graph* g, bool vertical, double min, double max, const wchar_t* title) {
   WithRecord<AxisProps>(
@@ -331,35 +296,11 @@ Shot Capture(HWND window, bool clientOnly) {
   return shot;
 }
 
-bool WritePng(const Shot& shot, const std::wstring& path) {
-  IWICImagingFactory* factory = nullptr;
-  if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                              reinterpret_cast<void**>(&factory))))
-    return false;
-  IWICStream* stream = nullptr;
-  IWICBitmapEncoder* encoder = nullptr;
-  IWICBitmapFrameEncode* frame = nullptr;
-  WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGR;
-  UINT stride = UINT(shot.width) * 4;
-  bool ok = SUCCEEDED(factory->CreateStream(&stream)) &&
-            SUCCEEDED(stream->InitializeFromFilename(path.c_str(), GENERIC_WRITE)) &&
-            SUCCEEDED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder)) &&
-            SUCCEEDED(encoder->Initialize(stream, WICBitmapEncoderNoCache)) &&
-            SUCCEEDED(encoder->CreateNewFrame(&frame, nullptr)) && SUCCEEDED(frame->Initialize(nullptr)) &&
-            SUCCEEDED(frame->SetSize(UINT(shot.width), UINT(shot.height))) &&
-            SUCCEEDED(frame->SetPixelFormat(&format)) &&
-            SUCCEEDED(frame->WritePixels(UINT(shot.height), stride, stride * UINT(shot.height),
-                                         reinterpret_cast<BYTE*>(const_cast<DWORD*>(shot.pixels.data())))) &&
-            SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
-  for (IUnknown* p : std::initializer_list<IUnknown*>{frame, encoder, stream, factory})
-    if (p) p->Release();
-  return ok;
-}
-
 // Copies the whole top-level window from the screen into FOLDER\NAME.png.
 void Screenshot(HWND frame, const std::wstring& folder, const wchar_t* name) {
   std::wstring path = folder + L"\\" + name + L".png";
-  bool ok = WritePng(Capture(frame, false), path);
+  Shot shot = Capture(frame, false);
+  bool ok = WritePng(shot.width, shot.height, shot.pixels.data(), path);
   std::printf("%s %ls\n", ok ? "wrote" : "could not write", path.c_str());
   if (!ok) ++failures;
 }
