@@ -31,20 +31,15 @@ TEST_F(VAxisTest, DefaultsAndWhatAnyRecordResets) {
   AxisProps defaults = x.GetProperties();
   EXPECT_EQ(defaults.axisFont, u"Arial,9, Bold, Charset_Default");
   EXPECT_EQ(defaults.annotationFont, u"Arial,7, Charset_Default");
-  EXPECT_EQ(defaults.YaxisPos, 1);
-  EXPECT_EQ(defaults.gridWidth, 0);
   EXPECT_EQ(defaults.titlePosition, u"LEFT");
-  EXPECT_EQ(defaults.min, Value(0.0));
-  EXPECT_EQ(x.axisFont().lfEscapement, 0);
-  EXPECT_EQ(y.axisFont().lfEscapement, 900);
+  EXPECT_EQ(std::tuple(defaults.YaxisPos, defaults.gridWidth, defaults.min), std::tuple(1, 0, Value(0.0)));
+  EXPECT_EQ(std::pair(x.axisFont().lfEscapement, y.axisFont().lfEscapement), std::pair(0, 900));
 
   y.SetProperties(AxisProps{});
   AxisProps applied = y.GetProperties();
   EXPECT_EQ(Keywords(applied), (std::array<Text, 3>{u"TOP", u"NONE", u"SOLID"}));
-  EXPECT_EQ(applied.gridWidth, 1);
-  EXPECT_EQ(applied.YaxisPos, 0);
-  EXPECT_EQ(applied.axisColor, Color(0x0000FF));
-  EXPECT_EQ(applied.gridColor, Color(0x808080));
+  EXPECT_EQ(std::pair(applied.gridWidth, applied.YaxisPos), std::pair(int16_t(1), 0));
+  EXPECT_EQ(std::pair(*applied.axisColor, *applied.gridColor), std::pair(0x0000FFu, 0x808080u));
 }
 
 TEST_F(VAxisTest, EndsAreHeldInTheAxisTypeAndRealsReadBackAsDoubles) {

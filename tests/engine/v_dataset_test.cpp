@@ -1,6 +1,8 @@
 #include "engine/v_dataset.h"
 
+#include <array>
 #include <cmath>
+#include <tuple>
 
 #include "engine/graph_error.h"
 #include "engine/v_axis.h"
@@ -11,6 +13,13 @@
 
 namespace zel {
 namespace {
+
+// The texts a dataset's record reads back: title, line style, marker shape,
+// title and text fonts, type and fill reference.
+using Fields = std::array<Text, 7>;
+Fields Texts(const DatasetProps& p) {
+  return {*p.title, *p.lineStyle, *p.markerShape, *p.titleFont, *p.textFont, *p.type, *p.fillTo};
+}
 
 class VDatasetTest : public EngineTest {
  protected:
@@ -37,17 +46,10 @@ class VDatasetTest : public EngineTest {
 TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
   VDataset d(kPlot, &integerX, &realY, nullptr);
   DatasetProps defaults = d.GetProps();
-  EXPECT_EQ(defaults.title, u"");
-  EXPECT_EQ(defaults.lineStyle, u"SOLID");
-  EXPECT_EQ(defaults.markerShape, u"NONE");
-  EXPECT_EQ(defaults.titleFont, u"Arial,9, Bold, Charset_Default");
-  EXPECT_EQ(defaults.textFont, u"Arial,7, Charset_Default");
-  EXPECT_EQ(defaults.lineWidth, 1);
-  EXPECT_EQ(defaults.lineColor, Color(0x0000C0));
-  EXPECT_EQ(defaults.fillColor, Color(0));
-  EXPECT_EQ(defaults.type, u"PLOT");
-  EXPECT_EQ(defaults.fillTo, u"X_AXES");
-  EXPECT_EQ(defaults.YaxisID, 0);
+  EXPECT_EQ(Texts(defaults), (Fields{u"", u"SOLID", u"NONE", u"Arial,9, Bold, Charset_Default",
+                                     u"Arial,7, Charset_Default", u"PLOT", u"X_AXES"}));
+  EXPECT_EQ(std::tuple(defaults.lineWidth, *defaults.lineColor, *defaults.fillColor, defaults.YaxisID),
+            std::tuple(1, 0x0000C0u, 0u, 0));
   EXPECT_EQ(integerX.refCount(), 1);
   EXPECT_EQ(realY.refCount(), 1);
 
@@ -65,10 +67,8 @@ TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
   p.YaxisID = 2;
   d.SetProps(p);
   DatasetProps read = d.GetProps();
-  EXPECT_EQ(read.title->size(), 254u);
-  EXPECT_EQ(read.lineStyle, u"DOTTED");
-  EXPECT_EQ(read.type, u"AREA");
-  EXPECT_EQ(read.titleFont, u"Times,10, Underlined, Charset_Default");
+  EXPECT_EQ(Texts(read), (Fields{Text(254, u'T'), u"DOTTED", u"NONE", u"Times,10, Underlined, Charset_Default",
+                                 u"Arial,7, Charset_Default", u"AREA", u"CURVE"}));
 
   // Out-of-range numbers and null texts keep what is there; unknown
   // keywords and untranslatable colours fall back.
@@ -82,19 +82,12 @@ TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
   q.titleFont = u"";
   d.SetProps(q);
   read = d.GetProps();
-  EXPECT_EQ(read.lineWidth, 3);
-  EXPECT_EQ(read.realXbarMode, 2);
-  EXPECT_EQ(read.fillCurveId, 7);
-  EXPECT_EQ(read.title->size(), 254u);
+  EXPECT_EQ(std::tuple(read.lineWidth, read.realXbarMode, read.fillCurveId, read.YaxisID), std::tuple(3, 2, 7, 0));
   EXPECT_EQ(d.lineStyle(), -1);
-  EXPECT_EQ(read.lineStyle, u"SOLID");
-  EXPECT_EQ(read.type, u"PLOT");
-  EXPECT_EQ(read.fillTo, u"X_AXES");
-  EXPECT_EQ(read.titleFont, u"Times,10, Underlined, Charset_Default");
-  EXPECT_EQ(read.lineColor, Color(0xE0E0E0));
-  EXPECT_EQ(read.textColor, Color(0xE0E0E0));
-  EXPECT_EQ(read.manualColor, Color(0xFFFF00));
-  EXPECT_EQ(read.YaxisID, 0);
+  EXPECT_EQ(Texts(read), (Fields{Text(254, u'T'), u"SOLID", u"NONE", u"Times,10, Underlined, Charset_Default",
+                                 u"Arial,7, Charset_Default", u"PLOT", u"X_AXES"}));
+  EXPECT_EQ(std::tuple(*read.lineColor, *read.textColor, *read.manualColor),
+            std::tuple(0xE0E0E0u, 0xE0E0E0u, 0xFFFF00u));
 }
 
 TEST_F(VDatasetTest, ValuesAreStoredInTheTypeOfTheirAxis) {
