@@ -16,7 +16,11 @@
 namespace zel {
 namespace {
 
-class DrawingTest : public EngineTest {};
+class DrawingTest : public EngineTest {
+ protected:
+  AxisProps range_ = AxisRange(0.0, 100.0);  // over a 100 by 100 plot, values are pixels
+  VAxis x_{false, kAxisReal, &range_}, y_{true, kAxisReal, &range_};
+};
 
 TEST_F(DrawingTest, CurvePensAreCosmeticBelowWidthTwo) {
   EXPECT_EQ(CurvePen(kPenDash, 1, 0xFF), (Pen{kPenDash, 1, 0xFF, false}));
@@ -35,12 +39,10 @@ TEST_F(DrawingTest, MarkersGrowWithThePenAndTakeTheirShape) {
 }
 
 TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
-  AxisProps range = AxisRange(0.0, 100.0);
-  VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
   DatasetProps props;
   props.markerShape = u"BOX";
   props.markerColor = 0x00AA00;
-  VDataset curve(kPlot, &x, &y, &props);
+  VDataset curve(kPlot, &x_, &y_, &props);
   LoadPoints(curve, {10, 20, 30, 40, 50, 60}, {10, 20, 30, 40, 50, 60}, {0, 1, 2, 11, 9, 10});
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {0x0000FF, 0xFF0000, 0x00FFFF, 0}, 1, false));
@@ -53,9 +55,7 @@ TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
 }
 
 TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
-  AxisProps range = AxisRange(0.0, 100.0);
-  VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
-  VDataset curve(kPlot, &x, &y, nullptr);
+  VDataset curve(kPlot, &x_, &y_, nullptr);
   LoadPoints(curve, {50, 150}, {50, 50});
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {}, 1, false));
@@ -96,9 +96,8 @@ TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
 
   FakeWindow window;
   VGraph graph(&window);
-  AxisProps range = AxisRange(0.0, 100.0);
-  graph.AddXAxis(1, kAxisReal, &range);
-  graph.AddYAxis(1, kAxisReal, &range);
+  graph.AddXAxis(1, kAxisReal, &range_);
+  graph.AddYAxis(1, kAxisReal, &range_);
   props.lineColor = 0x0000FF;
   props.markerShape = u"BOX";
   graph.AddDataset(1, kPlot, 1, 1, &props);
@@ -187,11 +186,9 @@ TEST_F(DrawingTest, ReducedColumnsColourTheSamePixelsAsEverySegment) {
 }
 
 TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
-  AxisProps range = AxisRange(0.0, 100.0);
-  VAxis x(false, kAxisReal, &range), y(true, kAxisReal, &range);
   DatasetProps props;
   props.markerShape = u"DOT";
-  VDataset curve(kPlot, &x, &y, &props);
+  VDataset curve(kPlot, &x_, &y_, &props);
   std::mt19937 random(11);
   std::vector<double> xs, ys;
   std::vector<int32_t> status;
@@ -241,11 +238,9 @@ TEST_F(DrawingTest, XLabelsLeaveOutTheLeftEdgeTheTestTextAndRepeats) {
 }
 
 TEST_F(DrawingTest, YLabelsNeedRoomAboveAndBelowAndTheAxisCarriesAnArrowhead) {
-  AxisProps range = AxisRange(0.0, 100.0);
-  VAxis axis(true, kAxisReal, &range);
-  axis.UpdateSteps(1);
+  y_.UpdateSteps(1);
   RecordingSurface s;
-  DrawAxis(s, axis, {50, 200, 201, 0, 200, 0, false}, 0);
+  DrawAxis(s, y_, {50, 200, 201, 0, 200, 0, false}, 0);
   std::vector<std::string> texts = s.Calls("Text(");
   // 0.0 would hang below the room; 100.0 stands above it.
   ASSERT_EQ(texts.size(), 9u);
@@ -257,9 +252,8 @@ TEST_F(DrawingTest, YLabelsNeedRoomAboveAndBelowAndTheAxisCarriesAnArrowhead) {
 TEST_F(DrawingTest, TheDrawingPassPaintsBackgroundThenPlotThenAxes) {
   FakeWindow window;
   VGraph graph(&window);
-  AxisProps range = AxisRange(0.0, 100.0);
-  graph.AddXAxis(1, kAxisReal, &range);
-  graph.AddYAxis(1, kAxisReal, &range);
+  graph.AddXAxis(1, kAxisReal, &range_);
+  graph.AddYAxis(1, kAxisReal, &range_);
   graph.AddDataset(1, kPlot, 1, 1, nullptr);
   RecordingSurface s;
   s.background = 0x123456;
