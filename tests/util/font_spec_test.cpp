@@ -97,9 +97,9 @@ TEST_F(FontSpecTest, FormatsWithBlanksBeforeEveryLaterField) {
   // A round trip keeps every charset but ANSI, which becomes the default.
   LogFont ansi = ParseFontSpec(u"Arial,9,Charset ANSI");
   ASSERT_EQ(ansi.lfCharSet, 0);
-  Text spec = FormatFontSpec(ansi);
-  EXPECT_EQ(spec, u"Arial,9, Charset_Default");
-  EXPECT_EQ(ParseFontSpec(spec).lfCharSet, 1);
+  Text formatted = FormatFontSpec(ansi);
+  EXPECT_EQ(formatted, u"Arial,9, Charset_Default");
+  EXPECT_EQ(ParseFontSpec(formatted).lfCharSet, 1);
   for (uint8_t charset : {204, 238, 162, 255, 186, 161, 136}) {
     LogFont font = ansi;
     font.lfCharSet = charset;
