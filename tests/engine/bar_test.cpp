@@ -17,13 +17,6 @@
 namespace zel {
 namespace {
 
-DatasetProps Colored(Color color, int16_t realXbarMode = 0) {
-  DatasetProps props;
-  props.lineColor = color;
-  props.realXbarMode = realXbarMode;
-  return props;
-}
-
 using Calls = std::vector<std::string>;
 
 class BarTest : public EngineTest {
@@ -55,12 +48,9 @@ TEST_F(BarTest, WidthsFollowTheValueModeAndThePercentage) {
 TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
   AxisProps categories = AxisRange(int32_t(0), int32_t(4));
   VAxis x(false, kAxisDiscrete, &categories);
-  DatasetProps red = Colored(0x0000FF), blue = Colored(0xFF0000), green = Colored(0x00FF00);
+  DatasetProps red{.lineColor = 0x0000FF}, blue{.lineColor = 0xFF0000}, green{.lineColor = 0x00FF00};
   VDataset first(kBar, &x, &y_, &red), second(kBar, &x, &y_, &blue), late(kPlot, &x, &y_, &green);
-  DatasetProps toBar;
-  toBar.type = u"BAR";
-  toBar.lineColor = 0x00FF00;
-  late.SetProps(toBar);  // a BAR now, but in no bar list
+  late.SetProps({.lineColor = 0x00FF00, .type = u"BAR"});  // a BAR now, but in no bar list
   for (VDataset* d : {&first, &second, &late}) LoadPoints(*d, {0, 0}, {50, 100});
   BarFrame frame{{400, 100}, 3, -1, {&y_}};
   RecordingSurface s;
@@ -74,7 +64,7 @@ TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
 
 TEST_F(BarTest, TheRunningIndexPlacesEachBarDatasetInItsGroup) {
   Process().valueMode = 1;
-  DatasetProps props = Colored(0);
+  DatasetProps props{.lineColor = 0};
   VDataset a(kBar, &x_, &y_, &props), b(kBar, &x_, &y_, &props), c(kBar, &x_, &y_, &props);
   for (VDataset* d : {&a, &b, &c}) LoadPoints(*d, {50, 75}, {50, 50});
   BarFrame frame{{400, 100}, 3, -1, {&y_}};
@@ -102,7 +92,7 @@ TEST_F(BarTest, TheRunningIndexPlacesEachBarDatasetInItsGroup) {
 }
 
 TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
-  DatasetProps props = Colored(0);
+  DatasetProps props{.lineColor = 0};
   VDataset sparse(kBar, &x_, &y_, &props), dense(kBar, &x_, &y_, &props);
   LoadPoints(sparse, {12.5, 37.5, 62.5, 87.5}, {50, 50, 50, 50});
   BarFrame frame{{400, 100}, 1, -1, {&y_}};
@@ -141,7 +131,7 @@ TEST_F(BarTest, RectanglesAreNormalisedAndHeldNearTheDataArea) {
 }
 
 TEST_F(BarTest, HighlightedBarsBlinkOnTheirOwnToggle) {
-  DatasetProps props = Colored(0x123456);
+  DatasetProps props{.lineColor = 0x123456};
   VDataset bar(kBar, &x_, &y_, &props);
   EXPECT_EQ(BarColor(bar, true), 0x123456u);
   EXPECT_EQ(BarColor(bar, true), 0x123456u ^ 0xFFFFFF);
@@ -151,7 +141,7 @@ TEST_F(BarTest, HighlightedBarsBlinkOnTheirOwnToggle) {
 }
 
 TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
-  DatasetProps midpoints = Colored(0x0000FF, 1), steps = Colored(0xFF0000, 0);
+  DatasetProps midpoints{.realXbarMode = 1, .lineColor = 0x0000FF}, steps{.lineColor = 0xFF0000};
   VDataset lower(kStackedBar, &x_, &y_, &midpoints), upper(kStackedBar, &x_, &y_, &steps);
   LoadPoints(lower, {20, 50, 80}, {10, 20, 30});
   LoadPoints(upper, {20, 50, 80}, {5, 5, -5});
@@ -172,7 +162,7 @@ TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
 TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
   AxisProps categories = AxisRange(int32_t(0), int32_t(4));
   VAxis x(false, kAxisDiscrete, &categories);
-  DatasetProps props = Colored(0);
+  DatasetProps props{.lineColor = 0};
   VDataset a(kStackedBar, &x, &y_, &props), b(kStackedBar, &x, &y_, &props);
   LoadPoints(a, {0, 0}, {10, 20});
   LoadPoints(b, {0, 0}, {30, 30});
@@ -196,9 +186,7 @@ TEST_F(BarTest, HostileValuesAndAreasKeepEveryRoutineInBounds) {
   VAxis discrete(false, kAxisDiscrete, &categories);
   for (VAxis* x : {&x_, &flatX, &discrete}) {
     for (VAxis* y : {&y_, &reversedY}) {
-      DatasetProps props;
-      props.markerShape = u"DIAMOND";
-      props.realXbarMode = 1;
+      DatasetProps props{.markerShape = u"DIAMOND", .realXbarMode = 1};
       VDataset bar(kBar, x, y, &props), stacked(kStackedBar, x, y, &props), area(kArea, x, y, &props);
       for (VDataset* d : {&bar, &stacked, &area}) {
         for (double a : hostile) {

@@ -13,11 +13,7 @@ namespace zel {
 namespace {
 
 DatasetProps FillingTo(const char16_t* fillTo, int32_t curveId = 0) {
-  DatasetProps props;
-  props.fillTo = Text(fillTo);
-  props.fillCurveId = curveId;
-  props.fillColor = 0x00FF00;
-  return props;
+  return {.fillColor = 0x00FF00, .fillTo = Text(fillTo), .fillCurveId = curveId};
 }
 
 class CurveFillTest : public EngineTest {

@@ -39,9 +39,7 @@ TEST_F(DrawingTest, MarkersGrowWithThePenAndTakeTheirShape) {
 }
 
 TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
-  DatasetProps props;
-  props.markerShape = u"BOX";
-  props.markerColor = 0x00AA00;
+  DatasetProps props{.markerShape = u"BOX", .markerColor = 0x00AA00};
   VDataset curve(kPlot, &x_, &y_, &props);
   LoadPoints(curve, {10, 20, 30, 40, 50, 60}, {10, 20, 30, 40, 50, 60}, {0, 1, 2, 11, 9, 10});
   RecordingSurface s;
@@ -64,11 +62,7 @@ TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
 }
 
 TEST_F(DrawingTest, HighlightWidensThePenAndInvertsColoursEverySecondTime) {
-  DatasetProps props;
-  props.lineWidth = 2;
-  props.lineColor = 0x0000FF;
-  props.fillColor = 0x00FF00;
-  props.markerColor = 0x123456;
+  DatasetProps props{.lineWidth = 2, .lineColor = 0x0000FF, .fillColor = 0x00FF00, .markerColor = 0x123456};
   VDataset curve(kPlot, nullptr, nullptr, &props);
   std::array<int32_t, 4> status = {1, 2, 3, 4};
   CurveLook first = LookOf(curve, kPlot, status, 1, true), second = LookOf(curve, kArea, status, 1, true);
@@ -86,8 +80,7 @@ TEST_F(DrawingTest, HighlightWidensThePenAndInvertsColoursEverySecondTime) {
 }
 
 TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
-  DatasetProps props;
-  props.lineWidth = 3;
+  DatasetProps props{.lineWidth = 3};
   VDataset curve(kPlot, nullptr, nullptr, &props);
   // {scale, highlighted, width}: highlighted draws width + 1 unscaled.
   for (auto [scale, highlighted, width] :
@@ -186,8 +179,7 @@ TEST_F(DrawingTest, ReducedColumnsColourTheSamePixelsAsEverySegment) {
 }
 
 TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
-  DatasetProps props;
-  props.markerShape = u"DOT";
+  DatasetProps props{.markerShape = u"DOT"};
   VDataset curve(kPlot, &x_, &y_, &props);
   std::mt19937 random(11);
   std::vector<double> xs, ys;

@@ -122,9 +122,8 @@ TEST_F(GraphDrawingTest, LimitLinesNeedTheGridPassButNotGridLines) {
 }
 
 TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
-  AxisProps props = AxisRange(0.0, 100.0);
-  props.annotationIncrement = 25.5f;  // kept as given: not whole, above 1
-  props.tickIncrement = 8.5f;
+  // Steps kept as given: not whole, above 1.
+  AxisProps props{.min = 0.0, .max = 100.0, .annotationIncrement = 25.5f, .tickIncrement = 8.5f, .axisColor = 0};
   VAxis axis(false, kAxisReal, &props);
   axis.UpdateSteps(1);
   DrawAxis(s, axis, {50, 0, 200, 0, 200, 0, false}, 0);

@@ -13,13 +13,8 @@ class LegendTest : public EngineTest {
  protected:
   // A curve titled `title` (7 pixels a character on the recorder).
   void Add(const std::u16string& title, int type = kPlot, const char16_t* marker = u"BOX") {
-    DatasetProps props;
-    props.title = title;
-    props.markerShape = Text(marker);
-    props.lineColor = 0x0000FF;
-    props.markerColor = 0x00FF00;
-    props.titleColor = 0x112233;
-    props.type = DatasetTypeKeyword(type);
+    DatasetProps props{.title = title, .markerShape = Text(marker), .lineColor = 0x0000FF, .markerColor = 0x00FF00,
+                       .titleColor = 0x112233, .type = DatasetTypeKeyword(type)};
     int32_t id = int32_t(datasets.size()) + 1;
     datasets.Add(id, std::make_unique<VDataset>(type, nullptr, nullptr, &props));
   }

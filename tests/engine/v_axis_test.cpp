@@ -79,10 +79,7 @@ TEST_F(VAxisTest, UnconvertibleEndsRaiseAndChangeNothing) {
 TEST_F(VAxisTest, GivenStepsAreKeptOnlyWhenNotWholeAndAboveOne) {
   auto steps = [](double annotation, double tick) {
     VAxis axis(false, kAxisReal, nullptr);
-    AxisProps props = AxisRange(0.0, 100.0);
-    props.annotationIncrement = annotation;
-    props.tickIncrement = tick;
-    axis.SetProperties(props);
+    axis.SetProperties({.min = 0.0, .max = 100.0, .annotationIncrement = annotation, .tickIncrement = tick});
     axis.UpdateSteps(1);
     return std::pair(axis.annotationStep(), axis.tickStep());
   };
@@ -172,15 +169,9 @@ TEST_F(VAxisTest, DegenerateRangesGiveUsableSteps) {
 
 TEST_F(VAxisTest, KeywordsAndTextsReadBackAsTheTableSays) {
   VAxis x(false, kAxisTime, nullptr);
-  AxisProps props = AxisRange(DateValue{0}, DateValue{1});
-  props.title = Text(300, u't');
-  props.titlePosition = u"CENTER";
-  props.gridMode = u"TICK";
-  props.gridStyle = u"DOTTED";
-  props.gridWidth = 3;
-  props.annotationFormat = u"%Y";
-  props.timeUnit = u"DAY";
-  props.annotationFont = u"Courier,12,italic";
+  AxisProps props{.min = DateValue{0}, .max = DateValue{1}, .annotationFormat = u"%Y", .timeUnit = u"DAY",
+                  .title = Text(300, u't'), .titlePosition = u"CENTER", .annotationFont = u"Courier,12,italic",
+                  .gridMode = u"TICK", .gridStyle = u"DOTTED"};
   x.SetProperties(props);
   AxisProps read = x.GetProperties();
   EXPECT_EQ(read.title->size(), 255u);

@@ -53,34 +53,17 @@ TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
   EXPECT_EQ(integerX.refCount(), 1);
   EXPECT_EQ(realY.refCount(), 1);
 
-  DatasetProps p;
-  p.title = Text(300, u'T');
-  p.lineStyle = u"DOTTED";
-  p.lineWidth = 3;
-  p.realXbarMode = 2;
-  p.fillCurveId = 7;
-  p.type = u"AREA";
-  p.fillTo = u"CURVE";
-  p.lineColor = 0x123456;
-  p.manualColor = 0x654321;
-  p.titleFont = u"Times,10,underlined";
-  p.YaxisID = 2;
-  d.SetProps(p);
+  d.SetProps({.title = Text(300, u'T'), .lineStyle = u"DOTTED", .titleFont = u"Times,10,underlined",
+              .realXbarMode = 2, .lineWidth = 3, .lineColor = 0x123456, .manualColor = 0x654321, .type = u"AREA",
+              .fillTo = u"CURVE", .fillCurveId = 7, .YaxisID = 2});
   DatasetProps read = d.GetProps();
   EXPECT_EQ(Texts(read), (Fields{Text(254, u'T'), u"DOTTED", u"NONE", u"Times,10, Underlined, Charset_Default",
                                  u"Arial,7, Charset_Default", u"AREA", u"CURVE"}));
 
   // Out-of-range numbers and null texts keep what is there; unknown
   // keywords and untranslatable colours fall back.
-  DatasetProps q;
-  q.lineWidth = 0;
-  q.realXbarMode = -1;
-  q.fillCurveId = -1;
-  q.lineStyle = u"WAVY";
-  q.type = u"SCATTER";
-  q.fillTo = u"ABOVE";
-  q.titleFont = u"";
-  d.SetProps(q);
+  d.SetProps({.lineStyle = u"WAVY", .titleFont = u"", .realXbarMode = -1, .lineWidth = 0, .type = u"SCATTER",
+              .fillTo = u"ABOVE", .fillCurveId = -1});
   read = d.GetProps();
   EXPECT_EQ(std::tuple(read.lineWidth, read.realXbarMode, read.fillCurveId, read.YaxisID), std::tuple(3, 2, 7, 0));
   EXPECT_EQ(d.lineStyle(), -1);
@@ -182,8 +165,7 @@ TEST_F(VDatasetTest, BarsOnDiscreteAxesTakeSlotsInCreationOrder) {
   VAxis discreteY(true, kAxisDiscrete, nullptr);
   auto first = std::make_unique<VDataset>(kBar, &discreteX, &realY, nullptr);
   VDataset plot(kPlot, &discreteX, &realY, nullptr);
-  DatasetProps asBar;
-  asBar.type = u"BAR";
+  DatasetProps asBar{.type = u"BAR"};
   VDataset changed(kPlot, &discreteX, &realY, &asBar);
   VDataset second(kBar, &integerX, &discreteY, nullptr);
   ASSERT_EQ(discreteX.barList().size(), 1u);
