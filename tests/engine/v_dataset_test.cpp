@@ -75,14 +75,11 @@ TEST_F(VDatasetTest, DefaultsAndPropertiesApplyByTheirOwnRules) {
 
 TEST_F(VDatasetTest, ValuesAreStoredInTheTypeOfTheirAxis) {
   VDataset d(kPlot, &timeX, &realY, nullptr);
-  std::vector<double> xs = {45000.5, 45001.25};
-  std::vector<double> ys = {0.1, -2.5};
-  std::vector<int32_t> status = {11, 10};
-  d.SetValues(2, Column(xs), Column(ys), status, false);
+  LoadPoints(d, {45000.5, 45001.25}, {0.1, -2.5}, {11, 10});
   EXPECT_EQ(d.XAt(0), Value(DateValue{45000.5}));
   EXPECT_EQ(d.YAt(0), Value(0.1f));
   EXPECT_EQ(double(std::get<float>(d.YAt(0))), 0.10000000149011612);
-  EXPECT_EQ(std::vector<int32_t>(d.status().begin(), d.status().end()), status);
+  EXPECT_EQ(std::vector<int32_t>(d.status().begin(), d.status().end()), (std::vector<int32_t>{11, 10}));
 
   VDataset i(kPlot, &integerX, &realY, nullptr);
   std::vector<double> halves = {2.5, 3.5, -2.5, 1e9};

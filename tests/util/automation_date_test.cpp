@@ -10,13 +10,8 @@ namespace zel {
 namespace {
 
 SystemTime Fields(int year, int month, int day, int hour = 0, int weekday = 0) {
-  SystemTime t;
-  t.wYear = uint16_t(year);
-  t.wMonth = uint16_t(month);
-  t.wDay = uint16_t(day);
-  t.wHour = uint16_t(hour);
-  t.wDayOfWeek = uint16_t(weekday);
-  return t;
+  return {.wYear = uint16_t(year), .wMonth = uint16_t(month), .wDayOfWeek = uint16_t(weekday), .wDay = uint16_t(day),
+          .wHour = uint16_t(hour)};
 }
 
 SystemTime Converted(double date) {

@@ -8,15 +8,8 @@ namespace zel {
 namespace {
 
 SystemTime At(int year, int month, int day, int hour = 10) {
-  SystemTime t;
-  t.wYear = uint16_t(year);
-  t.wMonth = uint16_t(month);
-  t.wDay = uint16_t(day);
-  t.wHour = uint16_t(hour);
-  t.wMinute = 30;
-  t.wSecond = 15;
-  t.wMilliseconds = 999;
-  return t;
+  return {.wYear = uint16_t(year), .wMonth = uint16_t(month), .wDay = uint16_t(day), .wHour = uint16_t(hour),
+          .wMinute = 30, .wSecond = 15, .wMilliseconds = 999};
 }
 
 TEST(DateTimeToTmTest, FillsCalendarFieldsOrLeavesTheRecordAlone) {
