@@ -1,4 +1,6 @@
 #include <array>
+#include <tuple>
+#include <utility>
 
 #include "engine/graph_error.h"
 #include "engine/v_graph.h"
@@ -34,8 +36,7 @@ TEST_F(GraphLayoutTest, AxesTakeTheirRoomInsideTheMargins) {
 
 TEST_F(GraphLayoutTest, WithoutYAxesTheMarginsAtTheSidesAreNotApplied) {
   graph.AddXAxis(1, kAxisReal, nullptr);
-  EXPECT_EQ(Plot().left, 0);
-  EXPECT_EQ(Plot().right, 400);
+  EXPECT_EQ(std::pair(Plot().left, Plot().right), std::pair(0, 400));
   graph.AddXAxis(2, kAxisReal, nullptr, VAxis::kHighSide);
   EXPECT_EQ(graph.XAxis(2).position(), 280);
   EXPECT_EQ(Plot().top, 280 - graph.XAxis(2).thickness());
@@ -47,21 +48,17 @@ TEST_F(GraphLayoutTest, SplitYAxesTakeRoomAndFurtherOnesStandTenPixelsApart) {
   AddY(3, VAxis::kHighSide);
   AddY(4, VAxis::kHighSide);
   AddY(5);
-  EXPECT_EQ(Plot().left, 45);
-  EXPECT_EQ(Plot().right, 380);
+  EXPECT_EQ(std::pair(Plot().left, Plot().right), std::pair(45, 380));
 
   Process().splitYAxis = {1, 1, 1};
   graph.UpdateLayoutAndRepaint();
-  EXPECT_EQ(Plot().left, 45 + 45 + 10);
-  EXPECT_EQ(graph.YAxis(2).offset(), 100);
-  EXPECT_EQ(Plot().right, 380 - 45 - 45 - 10);
-  EXPECT_EQ(graph.YAxis(4).offset(), 280);
+  EXPECT_EQ(std::pair(Plot().left, Plot().right), std::pair(45 + 45 + 10, 380 - 45 - 45 - 10));
+  EXPECT_EQ(std::pair(graph.YAxis(2).offset(), graph.YAxis(4).offset()), std::pair(100, 280));
   EXPECT_EQ(graph.YAxis(5).thickness(), 0);  // a fifth takes no room
 
   Process().splitYAxis = {0, 1, 0};
   graph.UpdateLayoutAndRepaint();
-  EXPECT_EQ(Plot().left, 45);
-  EXPECT_EQ(Plot().right, 380 - 45);
+  EXPECT_EQ(std::pair(Plot().left, Plot().right), std::pair(45, 380 - 45));
 }
 
 TEST_F(GraphLayoutTest, UnitNamesWiderThanTheLabelsWidenTheirAxis) {
@@ -79,9 +76,8 @@ TEST_F(GraphLayoutTest, TheZoomRectangleScalesTheDataArea) {
   graph.UpdateLayoutAndRepaint();
   Box<int32_t> plot = Plot(), data = graph.dataArea();
   int32_t width = plot.right - plot.left + 1;
-  EXPECT_EQ(data.left, plot.left - width);
-  EXPECT_EQ(data.right, plot.right);
-  EXPECT_EQ(data.top - data.bottom, plot.top - plot.bottom);
+  EXPECT_EQ(std::tuple(data.left, data.right, data.top - data.bottom),
+            std::tuple(plot.left - width, plot.right, plot.top - plot.bottom));
 }
 
 TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {

@@ -1,6 +1,7 @@
 // The pie: where layout puts the pie and its labels, and what it draws.
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 #include "engine/pie_layout.h"
 #include "engine/v_pie_dataset.h"
@@ -37,10 +38,8 @@ TEST(PieLayoutTest, TheDiameterShrinksUntilTheLabelsFitBesideThePie) {
   // width, and the label (5 + 29 + 7 pixels) passes the last column by 42.
   std::vector<int32_t> one{7};
   PieLayout layout = LayOutPie(200, 222, 12, one);
-  EXPECT_EQ(layout.diameter, 158);
-  EXPECT_EQ(layout.labelX, (Pixels{158}));
-  EXPECT_EQ(layout.labelY, (Pixels{22}));
-  EXPECT_EQ(layout.overflowX, 0);
+  EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY, layout.overflowX),
+            std::tuple(158, Pixels{158}, Pixels{22}, 0));
   EXPECT_LT(layout.overflowY, 0);
 }
 
@@ -49,9 +48,8 @@ TEST(PieLayoutTest, LabelsBesideThePieWrapIntoRowsOneLineApart) {
   // two to its right, 10 pixels between one text and the next swatch.
   std::vector<int32_t> widths{70, 70, 70, 70};
   PieLayout layout = LayOutPie(400, 122, 12, widths);
-  EXPECT_EQ(layout.diameter, 100);
-  EXPECT_EQ(layout.labelX, (Pixels{100, 209, 100, 209}));
-  EXPECT_EQ(layout.labelY, (Pixels{22, 22, 34, 34}));
+  EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY),
+            std::tuple(100, Pixels{100, 209, 100, 209}, Pixels{22, 22, 34, 34}));
   // Rows are never closer than a swatch is high, and a taller font spaces them by its height.
   EXPECT_EQ(LayOutPie(400, 122, 8, widths).labelY, (Pixels{18, 18, 30, 30}));
   EXPECT_EQ(LayOutPie(400, 200, 20, widths).labelY, (Pixels{30, 30, 50, 50}));
@@ -62,20 +60,14 @@ TEST(PieLayoutTest, LabelsGoBelowWhenThePieCannotShrinkEnoughBesideThem) {
   // a 40-pixel label still does not fit beside it.
   std::vector<int32_t> one{40};
   PieLayout layout = LayOutPie(100, 400, 12, one);
-  EXPECT_EQ(layout.diameter, 100);
-  EXPECT_EQ(layout.labelX, (Pixels{0}));
-  EXPECT_EQ(layout.labelY, (Pixels{122}));
+  EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY), std::tuple(100, Pixels{0}, Pixels{122}));
 
   // Below the pie the diameter gives way to rows that pass the bottom, down
   // to its minimum (178 / 2.78 of 100 = 64); what still passes is reported.
   std::vector<int32_t> nine(9, 40), ten(10, 40);
-  PieLayout fits = LayOutPie(100, 200, 12, nine);
-  EXPECT_EQ(fits.diameter, 67);
-  EXPECT_EQ(fits.overflowY, 0);
-  EXPECT_EQ(fits.labelY.back(), 22 + 67 + 8 * 12);
-  PieLayout passes = LayOutPie(100, 200, 12, ten);
-  EXPECT_EQ(passes.diameter, 64);
-  EXPECT_EQ(passes.overflowY, 9);
+  PieLayout fits = LayOutPie(100, 200, 12, nine), passes = LayOutPie(100, 200, 12, ten);
+  EXPECT_EQ(std::tuple(fits.diameter, fits.overflowY, fits.labelY.back()), std::tuple(67, 0, 22 + 67 + 8 * 12));
+  EXPECT_EQ(std::pair(passes.diameter, passes.overflowY), std::pair(64, 9));
 }
 
 TEST(PieLayoutTest, DegenerateSpacesGiveNoPieAndNoFault) {
@@ -101,9 +93,8 @@ TEST_F(PieTest, LayoutMeasuresTheLabelTextsInTheTextFont) {
   // The rectangle counts both edges: 400 by 122.
   std::vector<int32_t> widths{35, 35};
   PieLayout expected = LayOutPie(400, 122, 12, widths);
-  EXPECT_EQ(pie.pieDiameter(), expected.diameter);
-  EXPECT_EQ(pie.labelX(), expected.labelX);
-  EXPECT_EQ(pie.labelY(), expected.labelY);
+  EXPECT_EQ(std::tuple(pie.pieDiameter(), pie.labelX(), pie.labelY()),
+            std::tuple(expected.diameter, expected.labelX, expected.labelY));
   EXPECT_EQ(pie.labelOverflow(), (Size{expected.overflowX, expected.overflowY}));
 }
 
