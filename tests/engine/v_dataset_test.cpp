@@ -220,18 +220,14 @@ TEST_F(VDatasetTest, PiesKeepLabelsAsGivenAndSizesAsFloats) {
 }
 
 TEST(DatasetKeywordsTest, DisplayTextsComeFromTheTextTableInTheirOwnOrder) {
-  EXPECT_EQ(MarkerShapeDisplayText(kMarkerDot), u"DOT");
-  EXPECT_EQ(MarkerShapeDisplayText(kMarkerBox), u"BOX");
-  EXPECT_EQ(MarkerShapeDisplayText(kMarkerNone), u"NONE");
-  EXPECT_EQ(MarkerShapeDisplayText(7), u"NONE");
-  EXPECT_EQ(LineStyleDisplayText(2), u"DOTTED");
-  EXPECT_EQ(LineStyleDisplayText(-1), u"SOLID");
-  EXPECT_EQ(DatasetTypeDisplayText(kStackedBar), u"STACKED BAR");
-  EXPECT_EQ(DatasetTypeDisplayText(9), u"???");
-  EXPECT_EQ(DatasetTypeKeyword(-1), u"???");
-  EXPECT_EQ(ListIndexText(4), u"4");
-  EXPECT_EQ(ListIndexText(6), u"1");
-  EXPECT_EQ(ListIndexText(0), u"1");
+  EXPECT_EQ((std::vector<Text>{MarkerShapeDisplayText(kMarkerDot), MarkerShapeDisplayText(kMarkerBox),
+                                MarkerShapeDisplayText(kMarkerNone), MarkerShapeDisplayText(7)}),
+            (std::vector<Text>{u"DOT", u"BOX", u"NONE", u"NONE"}));
+  EXPECT_EQ((std::vector<Text>{LineStyleDisplayText(2), LineStyleDisplayText(-1), DatasetTypeDisplayText(kStackedBar),
+                                DatasetTypeDisplayText(9), DatasetTypeKeyword(-1)}),
+            (std::vector<Text>{u"DOTTED", u"SOLID", u"STACKED BAR", u"???", u"???"}));
+  EXPECT_EQ((std::vector<Text>{ListIndexText(4), ListIndexText(6), ListIndexText(0)}),
+            (std::vector<Text>{u"4", u"1", u"1"}));
 }
 
 }  // namespace

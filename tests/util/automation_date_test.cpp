@@ -27,11 +27,10 @@ double Date(SystemTime t) {
 }
 
 TEST(AutomationDateTest, CountsDaysFrom1899December30WithTheTimeOfDayForward) {
-  EXPECT_EQ(Converted(0.0), Fields(1899, 12, 30, 0, 6));
-  EXPECT_EQ(Converted(60.0), Fields(1900, 2, 28, 0, 3));
-  EXPECT_EQ(Converted(45000.75), Fields(2023, 3, 15, 18, 3));
-  EXPECT_EQ(Converted(-1.25), Fields(1899, 12, 29, 6, 5));
-  EXPECT_EQ(Converted(-0.25), Fields(1899, 12, 30, 6, 6));
+  for (auto [date, fields] : {std::pair{0.0, Fields(1899, 12, 30, 0, 6)}, {60.0, Fields(1900, 2, 28, 0, 3)},
+                              {45000.75, Fields(2023, 3, 15, 18, 3)}, {-1.25, Fields(1899, 12, 29, 6, 5)},
+                              {-0.25, Fields(1899, 12, 30, 6, 6)}})
+    EXPECT_EQ(Converted(date), fields) << date;
   EXPECT_EQ(Date(Fields(1899, 12, 29, 6)), -1.25);
   EXPECT_EQ(Date(Fields(2023, 3, 15, 18)), 45000.75);
 }

@@ -6,15 +6,11 @@ namespace zel {
 namespace {
 
 TEST(VariantDisplayTextTest, EachTypeHasItsFormat) {
-  EXPECT_EQ(VariantDisplayText(Text(u"label")), u"label");
-  EXPECT_EQ(VariantDisplayText(int16_t(-5)), u"-5");
-  EXPECT_EQ(VariantDisplayText(int32_t(123456)), u"123456");
-  EXPECT_EQ(VariantDisplayText(0.5f), u"0.500000");
-  EXPECT_EQ(VariantDisplayText(0.1f), u"0.100000");
-  EXPECT_EQ(VariantDisplayText(2.25), u"2.250000");
-  EXPECT_EQ(VariantDisplayText(DateValue{45000.75}), u"18:00");
-  EXPECT_EQ(VariantDisplayText(Value()), u"####");
-  EXPECT_EQ(VariantDisplayText(DateValue{1e9}), u"####");
+  for (auto [value, text] : {std::pair<Value, const char16_t*>{Text(u"label"), u"label"}, {int16_t(-5), u"-5"},
+                             {int32_t(123456), u"123456"}, {0.5f, u"0.500000"}, {0.1f, u"0.100000"},
+                             {2.25, u"2.250000"}, {DateValue{45000.75}, u"18:00"}, {Value(), u"####"},
+                             {DateValue{1e9}, u"####"}})
+    EXPECT_EQ(VariantDisplayText(value), text) << Utf8FromText(text);
 }
 
 TEST(VariantDisplayTextTest, NumbersAreCutTo32Characters) {

@@ -9,13 +9,10 @@ namespace zel {
 namespace {
 
 TEST(Win32ArithTest, MulDivRoundsHalvesAwayFromZeroAndFailsAsMinusOne) {
-  EXPECT_EQ(MulDiv(7, 96, 72), 9);
-  EXPECT_EQ(MulDiv(1, 1, 2), 1);
-  EXPECT_EQ(MulDiv(1, -3, 2), -2);
-  EXPECT_EQ(MulDiv(3, 1, -2), -2);
-  EXPECT_EQ(MulDiv(5, 72, 0), -1);
-  EXPECT_EQ(MulDiv(0x7FFFFFFF, 2, 1), -1);
-  EXPECT_EQ(MulDiv(-0x7FFFFFFF - 1, 1, 1), -1);
+  // {number, numerator, denominator, result}
+  const int32_t cases[][4] = {{7, 96, 72, 9}, {1, 1, 2, 1},           {1, -3, 2, -2},            {3, 1, -2, -2},
+                              {5, 72, 0, -1}, {0x7FFFFFFF, 2, 1, -1}, {-0x7FFFFFFF - 1, 1, 1, -1}};
+  for (const auto& c : cases) EXPECT_EQ(MulDiv(c[0], c[1], c[2]), c[3]) << c[0] << " * " << c[1] << " / " << c[2];
 }
 
 TEST(Win32ArithTest, TruncationGivesIntegerIndefiniteOutOfRange) {
