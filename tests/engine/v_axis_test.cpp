@@ -222,10 +222,8 @@ TEST_F(VAxisTest, LimitValuesTakeIdsFromTheProcessAndMatchTheAxisType) {
   EXPECT_EQ(MessageOf([&] { b.AddLimitValue(1e7, 0, std::nullopt, 1); }), kMsgLimitValueType);
 
   const LimitValue& first = a.limitValues()[0];
-  EXPECT_EQ(first.value, Value(2.5f));
-  EXPECT_EQ(first.color, Color(0x808080));
-  EXPECT_EQ(b.limitValues()[0].style, 1);
-  EXPECT_EQ(a.limitValues()[1].style, 0);
+  EXPECT_EQ(std::tuple(first.value, first.color), std::tuple(Value(2.5f), Color(0x808080)));
+  EXPECT_EQ(std::tuple(b.limitValues()[0].style, a.limitValues()[1].style), std::tuple(1, 0));  // case matters
   EXPECT_TRUE(a.RemoveLimitValue(0));
   EXPECT_FALSE(a.RemoveLimitValue(0));
   EXPECT_EQ(a.AddLimitValue(3.0, 0, std::nullopt, 1), 3);

@@ -1,5 +1,8 @@
 #include "engine/v_graph.h"
 
+#include <tuple>
+#include <utility>
+
 #include "engine/graph_error.h"
 #include "engine/v_pie_dataset.h"
 #include "engine_test_support.h"
@@ -133,8 +136,7 @@ TEST_F(VGraphTest, EraseAllRemovesDatasetsAndAxesButKeepsHairlines) {
   graph.AddHairline(25, 0x00FF00, 2);
   graph.EraseAll();
   EXPECT_EQ(graph.Kind(), kGraphEmpty);
-  EXPECT_TRUE(graph.xAxes().empty() && graph.yAxes().empty());
-  EXPECT_EQ(graph.hairlines().size(), 1u);
+  EXPECT_EQ(std::tuple(graph.xAxes().size(), graph.yAxes().size(), graph.hairlines().size()), std::tuple(0u, 0u, 1u));
 
   graph.AddXAxis(1, kAxisReal, nullptr);
   graph.AddYAxis(1, kAxisReal, nullptr);
@@ -143,18 +145,14 @@ TEST_F(VGraphTest, EraseAllRemovesDatasetsAndAxesButKeepsHairlines) {
   int layouts = graph.layoutWidth(), invalidations = window.invalidations;
   window.client = {0, 0, 10, 10};
   graph.RemoveAllDatasets();
-  EXPECT_TRUE(graph.datasets().empty());
-  EXPECT_EQ(graph.xAxes().size(), 1u);
-  EXPECT_EQ(window.invalidations, invalidations + 1);
-  EXPECT_EQ(graph.layoutWidth(), layouts);
+  EXPECT_EQ(std::tuple(graph.datasets().size(), graph.xAxes().size()), std::tuple(0u, 1u));
+  EXPECT_EQ(std::tuple(window.invalidations, graph.layoutWidth()), std::tuple(invalidations + 1, layouts));
 }
 
 TEST_F(VGraphTest, ChangesLayOutForTheClientSizePlusOneAndRepaint) {
   window.client = {0, 0, 400, 300};
   graph.AddXAxis(1, kAxisReal, nullptr);
-  EXPECT_EQ(graph.layoutWidth(), 401);
-  EXPECT_EQ(graph.layoutHeight(), 301);
-  EXPECT_EQ(window.invalidations, 1);
+  EXPECT_EQ(std::tuple(graph.layoutWidth(), graph.layoutHeight(), window.invalidations), std::tuple(401, 301, 1));
 
   graph.SetSuspendDraw(1);
   graph.AddYAxis(1, kAxisReal, nullptr);
@@ -167,8 +165,7 @@ TEST_F(VGraphTest, ChangesLayOutForTheClientSizePlusOneAndRepaint) {
   window.exists = false;
   window.client = {0, 0, 50, 50};
   graph.RemoveDataset(1);
-  EXPECT_EQ(graph.layoutWidth(), 401);
-  EXPECT_EQ(window.invalidations, 1);
+  EXPECT_EQ(std::pair(graph.layoutWidth(), window.invalidations), std::pair(401, 1));
 
   VGraph windowless;
   windowless.AddXAxis(1, kAxisReal, nullptr);
@@ -178,8 +175,7 @@ TEST_F(VGraphTest, ChangesLayOutForTheClientSizePlusOneAndRepaint) {
 TEST_F(VGraphTest, ScrollBarsShowThePlotFrameWithinTheDataArea) {
   graph.UpdateLayoutAndRepaint();
   graph.SetScrollbars(1, -1);
-  EXPECT_TRUE(graph.horizontalScrollbar());
-  EXPECT_FALSE(graph.verticalScrollbar());
+  EXPECT_EQ(std::pair(graph.horizontalScrollbar(), graph.verticalScrollbar()), std::pair(true, false));
   // Unzoomed, frame and data area are one: the position is lowered below 0
   // so that position + page stays within the range.
   EXPECT_EQ(window.horizontal.back(), (ScrollBarState{400, 401, -1}));
