@@ -25,6 +25,14 @@ class Bstr {
   BSTR text_;
 };
 
+// Registers ATL's container window class ("AtlAxWin"), which hosts the
+// control in a window as a dialog or form does.
+inline bool AtlContainerReady() {
+  auto init = reinterpret_cast<BOOL(WINAPI*)()>(
+      reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl.dll"), "AtlAxWinInit")));
+  return init && init();
+}
+
 // An optional argument the caller leaves out.
 inline VARIANT Missing() {
   VARIANT v;

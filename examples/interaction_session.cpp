@@ -535,9 +535,7 @@ int wmain(int argc, wchar_t** argv) {
   std::wstring folder = argv[1];
   CreateDirectoryW(folder.c_str(), nullptr);
   OleInitialize(nullptr);
-  auto atlInit = reinterpret_cast<BOOL(WINAPI*)()>(
-      reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl.dll"), "AtlAxWinInit")));
-  if (!atlInit || !atlInit()) {
+  if (!AtlContainerReady()) {
     std::fprintf(stderr, "ATL's container window class is not available\n");
     return 2;
   }
