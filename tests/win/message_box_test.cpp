@@ -7,6 +7,7 @@
 #include "modal_watch.h"
 #include "util/platform_hooks.h"
 #include "util/process_state.h"
+#include "util/text_ids.h"
 
 #include <gtest/gtest.h>
 
@@ -60,6 +61,29 @@ TEST_F(MessageBoxTest, ButtonsAreRelabelledByTheirGroup) {
   });
   MessageBoxW(nullptr, L"text", L"plain", MB_OK);
   EXPECT_EQ(plain.buttons, Buttons{L"OK"});
+}
+
+TEST_F(MessageBoxTest, ErrorsAndQuestionsShowFormattedTextsWithTheSystemsButtons) {
+  BoxSeen seen;
+  std::wstring message;
+  auto answer = [&](int close) {
+    seen = {};
+    WhenDialogOpens([&, close](HWND box) {
+      seen.caption = WindowText(box);
+      message = ItemText(box, 0xFFFF);
+      for (int button : {IDOK, IDCANCEL, IDYES, IDNO})
+        seen.buttons.push_back(!GetDlgItem(box, button) ? L"-" : ItemText(box, button) == L"335!" ? L"relabelled" : L"+");
+      PostMessageW(box, WM_COMMAND, WPARAM(close), 0);
+    });
+  };
+  answer(IDOK);
+  EXPECT_EQ(CHookedMessageBoxes::ShowError(nullptr, kCaptionSnapHairline, kMsgAxisMissing, 7), IDOK);
+  EXPECT_EQ(seen, (BoxSeen{L"Snap Hairline", {L"+", L"-", L"-", L"-"}}));
+  EXPECT_EQ(message, L"Axis with  id = 7 does NOT exist");
+  answer(IDNO);
+  EXPECT_EQ(CHookedMessageBoxes::Ask(nullptr, kTextGraphSettings, 200), IDNO);
+  EXPECT_EQ(seen, (BoxSeen{L"Graph Settings", {L"-", L"+", L"+", L"+"}}));
+  EXPECT_EQ(message, L"#TEXT#");
 }
 
 TEST_F(MessageBoxTest, ANoteSilencedByItsBoxStaysAway) {
