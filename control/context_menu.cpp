@@ -28,7 +28,7 @@ void CVX_Graph::OnContextMenu(LPARAM lParam) {
   ScreenToClient(window, &client);
   FramePoint at = ToFrame(*graph_, window_.ClientRectangle(), {client.x, client.y});
   if (graph_->hairlines().empty()) EnableMenuItem(items, kHairlineHere, MF_BYCOMMAND | MF_GRAYED | MF_DISABLED);
-  const Box<int32_t>& frame = graph_->plotFrame();
+  const FrameRect& frame = graph_->plotFrame();
   bool inside = at.x > frame.left && at.x < frame.right && at.y > frame.bottom && at.y < frame.top;
   if (inside) {
     COLORREF pixel = 0;

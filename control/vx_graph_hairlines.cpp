@@ -60,16 +60,13 @@ STDMETHODIMP CVX_Graph::GetHairlineProps(LONG id, OLE_COLOR* color, short* width
 }
 
 STDMETHODIMP CVX_Graph::SetHairlineProps(LONG id, OLE_COLOR color, short width) {
-  Hairline* hairline = graph_->FindHairline(id);
-  if (!hairline) return E_INVALIDARG;
-  hairline->color = color;
-  hairline->width = width;
+  if (!graph_->SetHairlineLook(id, color, width)) return E_INVALIDARG;
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::SetHairlineShowXAxis(LONG id) {
-  graph_->xAxisHairline() = id;
+  graph_->SetXAxisHairline(id);
   return S_OK;
 }
 
@@ -88,9 +85,8 @@ STDMETHODIMP CVX_Graph::GetHairlineIntersection(LONG id, LONG datasetId, LONG sn
   const VDataset* dataset = graph_->FindDataset(datasetId);
   if (!hairline || !dataset) return E_INVALIDARG;
   return Guarded([&] {
-    const Box<int32_t>& data = graph_->dataArea();
-    Crossing crossing =
-        HairlineCrossing(*dataset, HairlinePixel(*graph_, *hairline), data.right - data.left + 1, snap != 0);
+    Crossing crossing = HairlineCrossing(*dataset, HairlinePixel(*graph_, *hairline), graph_->dataArea().width(),
+                                         snap != 0);
     ToVariantArray({crossing.x, crossing.y}, result);
   });
 }
@@ -128,9 +124,9 @@ STDMETHODIMP CVX_Graph::GetPointIntersection(LONG datasetId, LONG, VARIANT* resu
   VariantInit(result);
   const VDataset* dataset = graph_->FindDataset(datasetId);
   if (!dataset) return E_INVALIDARG;
-  const Box<int32_t>& data = graph_->dataArea();
+  const FrameRect& data = graph_->dataArea();
   FramePoint at = ToFrame(*graph_, window_.ClientRectangle(), tracker_.lastMouse());
-  DataExtent extent{data.right - data.left + 1, data.top - data.bottom + 1};
+  DataExtent extent{data.width(), data.height()};
   std::optional<size_t> index =
       PointAtPixel(*dataset, extent, at.x - data.left, at.y - data.bottom, std::max(1, dataset->lineWidth()));
   if (!index) return S_OK;
@@ -167,7 +163,7 @@ STDMETHODIMP CVX_Graph::setMarkerColorStatus(VARIANT* colors) {
   if (!colors || !UpperBound(*colors, &upper) || upper + 1 != 4) return S_OK;
   try {
     std::vector<int32_t> values = ArrayArgument(*colors).AsInt32(4);
-    std::copy(values.begin(), values.end(), graph_->markerStatusColors().begin());
+    graph_->SetMarkerStatusColors({values[0], values[1], values[2], values[3]});
   } catch (...) {
   }
   return S_OK;

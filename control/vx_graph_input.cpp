@@ -97,7 +97,7 @@ void CVX_Graph::OnScroll(bool vertical, WPARAM wParam) {
 
 bool CVX_Graph::OnSetCursor(LPARAM lParam) {
   if (LOWORD(lParam) != HTCLIENT) return false;
-  if (tracker_.dragState() == kIdle) {
+  if (tracker_.dragState() == DragState::kIdle) {
     POINT p;
     GetCursorPos(&p);
     ScreenToClient(window_.handle(), &p);

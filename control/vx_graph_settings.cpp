@@ -57,20 +57,21 @@ void ToTypedArray(VARTYPE type, const std::array<T, 4>& values, VARIANT* out) {
   V_ARRAY(out) = array;
 }
 
-Text MouseModeKeyword(int mode) {
+Text MouseModeKeyword(MouseMode mode) {
   switch (mode) {
-    case 0: return u"SELECT";
-    case 1: return u"PAN";
-    case 2: return u"ZOOM";
+    case MouseMode::kSelect: return u"SELECT";
+    case MouseMode::kPan: return u"PAN";
+    case MouseMode::kZoom: return u"ZOOM";
     default: return u"NONE";
   }
 }
 
-int MouseModeFromKeyword(TextView keyword) {
-  if (keyword == u"SELECT") return 0;
-  if (keyword == u"PAN") return 1;
-  if (keyword == u"ZOOM") return 2;
-  return 3;
+// Compared case-sensitively; anything else, "NONE" among them, is NONE.
+MouseMode MouseModeFromKeyword(TextView keyword) {
+  if (keyword == u"SELECT") return MouseMode::kSelect;
+  if (keyword == u"PAN") return MouseMode::kPan;
+  if (keyword == u"ZOOM") return MouseMode::kZoom;
+  return MouseMode::kNone;
 }
 
 Text LegendPositionKeyword(int position) {
@@ -106,40 +107,40 @@ STDMETHODIMP CVX_Graph::get_Enabled(VARIANT_BOOL* enabled) { return Read(enabled
 
 STDMETHODIMP CVX_Graph::get_Margins(VARIANT* margins) {
   if (!margins) return E_INVALIDARG;
-  const Box<int32_t>& m = graph_->margins();
+  const Margins& m = graph_->margins();
   return Guarded([&] { ToTypedArray<int32_t>(VT_I4, {m.left, m.right, m.bottom, m.top}, margins); });
 }
 
 STDMETHODIMP CVX_Graph::put_Margins(VARIANT margins) {
   return Guarded([&] {
     std::vector<Value> values = FourConverted(margins, ValueKind::I4, kMarginsConversionFailed);
-    Box<int32_t>& m = graph_->margins();
+    Margins m = graph_->margins();
     int32_t* order[] = {&m.left, &m.right, &m.bottom, &m.top};
     for (size_t i = 0; i < values.size(); ++i) *order[i] = std::get<int32_t>(values[i]);
-    graph_->UpdateLayoutAndRepaint();
+    graph_->SetMargins(m);
   });
 }
 
 STDMETHODIMP CVX_Graph::get_ZoomRect(VARIANT* rect) {
   if (!rect) return E_INVALIDARG;
-  const Box<float>& z = graph_->zoomRect();
+  const Fractions& z = graph_->zoomRect();
   return Guarded([&] { ToTypedArray<float>(VT_R4, {z.left, z.right, z.bottom, z.top}, rect); });
 }
 
 STDMETHODIMP CVX_Graph::put_ZoomRect(VARIANT rect) {
   return Guarded([&] {
     std::vector<Value> values = FourConverted(rect, ValueKind::R4, kZoomConversionFailed);
-    Box<float> zoom = graph_->zoomRect();
+    Fractions zoom = graph_->zoomRect();
     float* order[] = {&zoom.left, &zoom.right, &zoom.bottom, &zoom.top};
     for (size_t i = 0; i < values.size(); ++i) *order[i] = std::get<float>(values[i]);
-    ApplyZoomRect(*graph_, zoom);
+    graph_->SetZoomRect(zoom);
   });
 }
 
 STDMETHODIMP CVX_Graph::get_MouseMode(BSTR* mode) { return ReadText(mode, MouseModeKeyword(graph_->mouseMode())); }
 
 STDMETHODIMP CVX_Graph::put_MouseMode(BSTR mode) {
-  graph_->mouseMode() = MouseModeFromKeyword(TextOf(mode));
+  graph_->SetMouseMode(MouseModeFromKeyword(TextOf(mode)));
   return S_OK;
 }
 
@@ -170,14 +171,13 @@ STDMETHODIMP CVX_Graph::put_LegendEnabled(LONG value) {
 // "BOTTOM" and the remembered position becomes -1.
 STDMETHODIMP CVX_Graph::get_LegendPosition(BSTR* position) {
   if (!position) return E_INVALIDARG;
-  int32_t& remembered = graph_->legendPosition();
-  Text keyword = legendEnabled_ ? LegendPositionKeyword(remembered) : Text(u"BOTTOM");
-  if (!legendEnabled_) remembered = -1;
+  Text keyword = legendEnabled_ ? LegendPositionKeyword(graph_->legendPosition()) : Text(u"BOTTOM");
+  if (!legendEnabled_) graph_->SetLegendPosition(-1);
   return ReadText(position, keyword);
 }
 
 STDMETHODIMP CVX_Graph::put_LegendPosition(BSTR position) {
-  graph_->legendPosition() = LegendPositionFromKeyword(TextOf(position));
+  graph_->SetLegendPosition(LegendPositionFromKeyword(TextOf(position)));
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -244,7 +244,7 @@ STDMETHODIMP CVX_Graph::SetDTFormat(BSTR format) {
 }
 
 STDMETHODIMP CVX_Graph::PutBarWidth(VARIANT width) {
-  graph_->barWidth() = OptionalInt(width, graph_->barWidth());
+  graph_->SetBarWidth(OptionalInt(width, graph_->barWidth()));
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -359,7 +359,7 @@ STDMETHODIMP CVX_Graph::getSplitYAxis(LONG* y2, LONG* y3, LONG* y4) {
 }
 
 STDMETHODIMP CVX_Graph::setUnitName(BSTR y1, BSTR y2, BSTR y3, BSTR y4) {
-  graph_->unitNames() = {TextOf(y1), TextOf(y2), TextOf(y3), TextOf(y4)};
+  graph_->SetUnitNames({TextOf(y1), TextOf(y2), TextOf(y3), TextOf(y4)});
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }

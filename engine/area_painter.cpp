@@ -12,7 +12,7 @@ namespace {
 
 int32_t ZeroRow(const VDataset& dataset, CurveArea area) {
   PointMap map(dataset, area);
-  return std::clamp(Pixel(map.PlainY(0)), 0, std::max(area.height, 0));
+  return std::clamp(RowPixel(map.PlainY(0)), int32_t(area.top()), std::max(int32_t(area.bottom()), -1));
 }
 
 int32_t YAxisColumn(const VDataset& dataset, CurveArea area) {
@@ -26,7 +26,7 @@ std::vector<Point> CurveOutline(const VDataset& dataset, CurveArea area) {
   if (!HasAxes(dataset)) return outline;
   ColumnRun run;
   ForEachDrawnPoint(dataset, PointMap(dataset, area), [&](size_t, double x, double y, int32_t) {
-    Point at{Pixel(x), Pixel(y)};
+    Point at{Pixel(x), RowPixel(y)};
     if (run.active() && run.x() == at.x) {
       run.Add(at.y);
     } else {

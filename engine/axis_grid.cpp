@@ -4,6 +4,7 @@
 
 #include "engine/axis_keywords.h"
 #include "engine/axis_scale.h"
+#include "engine/frame_geometry.h"
 #include "engine/v_axis.h"
 #include "util/value_conversion.h"
 
@@ -50,7 +51,7 @@ void DrawGridLines(Surface& surface, const VAxis& axis, const GridLook& look, co
   const Rect& plot = frame.plot;
   double shift = betweenCategories && !axis.vertical() ? step * scale.pixelsPerUnit / 2 : 0;
   for (double position : MarkPositions(scale, step, frame.extent)) {
-    int32_t offset = int32_t(std::lround(position - shift));
+    int32_t offset = Pixel(position - shift);
     if (axis.vertical()) {
       int32_t y = frame.start - offset;
       if (y > plot.bottom) continue;
@@ -79,7 +80,7 @@ void DrawLimitLines(Surface& surface, const VAxis& axis, const GridFrame& frame,
     surface.SelectPen({style, int(std::lround(limit.width * f)), limit.color, false});
     double pixel = scale.ToPixel(NumberOf(limit.value));
     if (!std::isfinite(pixel) || std::fabs(pixel) > 1e8) continue;
-    int32_t offset = int32_t(std::lround(pixel));
+    int32_t offset = Pixel(pixel);
     if (axis.vertical()) {
       surface.MoveTo({plot.left, frame.start - offset});
       surface.LineTo({plot.right, frame.start - offset});

@@ -5,6 +5,7 @@
 
 #include "engine/axis_keywords.h"
 #include "engine/axis_scale.h"
+#include "engine/frame_geometry.h"
 #include "engine/v_axis.h"
 
 namespace zel {
@@ -92,7 +93,7 @@ class AxisDrawing {
     int32_t previousRight = 0;
     bool first = true;
     for (size_t index = 0; index < annotations_.size(); ++index) {
-      int32_t x = at_.start + int32_t(std::lround(annotations_[index]));
+      int32_t x = at_.start + Pixel(annotations_[index]);
       if (x < at_.roomFirst || x > at_.roomLast) continue;
       surface_.MoveTo({x, at_.line});
       surface_.LineTo({x, at_.line + outward * tick});
@@ -123,7 +124,7 @@ class AxisDrawing {
     double halfCategory = axis_.type() == kAxisDiscrete ? scale_.pixelsPerUnit / 2 : 0;
     int32_t labelX = at_.line + outward * Scaled(kYMajorTick * kLabelGapInTicks, f);
     for (size_t index = 0; index < annotations_.size(); ++index) {
-      int32_t y = at_.start - int32_t(std::lround(annotations_[index]));
+      int32_t y = at_.start - Pixel(annotations_[index]);
       if (y < at_.roomFirst || y > at_.roomLast) continue;
       surface_.MoveTo({at_.line, y});
       surface_.LineTo({at_.line + outward * tick, y});
@@ -199,7 +200,7 @@ class AxisDrawing {
       auto next = std::lower_bound(annotations_.begin(), annotations_.end(), position);
       if (next != annotations_.end() && *next - position <= 1) continue;
       if (next != annotations_.begin() && position - *std::prev(next) <= 1) continue;
-      int32_t offset = int32_t(std::lround(position));
+      int32_t offset = Pixel(position);
       if (axis_.vertical()) {
         int32_t y = at_.start - offset;
         if (y < at_.roomFirst || y > at_.roomLast) continue;

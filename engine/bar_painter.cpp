@@ -39,7 +39,7 @@ void DrawDiscreteBars(Surface& surface, VDataset& dataset, const PointMap& map, 
   int32_t slot = SlotOf(dataset, axis);
   ForEachDrawnPoint(dataset, MarkMap{map}, [&](size_t, double x, double y, int32_t) {
     int32_t left = DiscreteBarLeft(Pixel(x), pitch, slot, width);
-    FillBar(surface, frame.area, left, Far(int64_t(left) + width), base, Pixel(y), color);
+    FillBar(surface, frame.area, left, Far(int64_t(left) + width), base, RowPixel(y), color);
     dataset.NoteDrawnAsBars();
   });
 }
@@ -62,7 +62,7 @@ void DrawSampledBars(Surface& surface, VDataset& dataset, const PointMap& map, c
       group = Pixel(x - double(nBars) * width / 2);
     }
     int64_t left = int64_t(group) + int64_t(slot) * width;
-    FillBar(surface, frame.area, Far(left), Far(left + width), base, Pixel(y), color);
+    FillBar(surface, frame.area, Far(left), Far(left + width), base, RowPixel(y), color);
     dataset.NoteDrawnAsBars();
   });
 }
@@ -92,7 +92,7 @@ int32_t BarBase(const VDataset& dataset, const BarFrame& frame) {
   // A position with no Y axis behind it falls back to the dataset's own.
   const VAxis* axis = frame.yAxes[size_t(position - 1)] ? frame.yAxes[size_t(position - 1)] : dataset.yAxis();
   AxisScale scale = ScaleOf(*axis, frame.area.height);
-  return Pixel(frame.area.height - scale.ToPixel(NumberOf(axis->min())));
+  return RowPixel(frame.area.bottom() - scale.ToPixel(NumberOf(axis->min())));
 }
 
 void FillBar(Surface& surface, CurveArea area, int32_t left, int32_t right, int32_t base, int32_t top,

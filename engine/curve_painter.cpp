@@ -12,14 +12,13 @@ namespace {
 
 constexpr int32_t kVisibilityMargin = 5;
 
-// Clips the segment a-b to the rectangle 0..w by 0..h (Liang-Barsky); false
-// when nothing of it is inside. An end inside the rectangle is kept exactly
-// as it was, so a segment between two inside points is drawn between their
-// own pixels.
-bool ClipSegment(double& ax, double& ay, double& bx, double& by, double w, double h) {
+// Clips the segment a-b to the curve area (Liang-Barsky); false when nothing
+// of it is inside. An end inside the area is kept exactly as it was, so a
+// segment between two inside points is drawn between their own pixels.
+bool ClipSegment(double& ax, double& ay, double& bx, double& by, const CurveArea& area) {
   double t0 = 0, t1 = 1, dx = bx - ax, dy = by - ay;
   const double p[] = {-dx, dx, -dy, dy};
-  const double q[] = {ax, w - ax, ay, h - ay};
+  const double q[] = {ax, area.width - ax, ay - area.top(), area.bottom() - ay};
   for (int i = 0; i < 4; ++i) {
     if (p[i] == 0) {
       if (q[i] < 0) return false;
@@ -58,7 +57,7 @@ class PlotPainter {
   // the loop: most points of a dense curve only join the run of their column.
   [[gnu::always_inline]] void operator()(size_t i, double x, double y, int32_t) {
     bool inside = area_.Contains(x, y);
-    Point at{NearPixel(x), NearPixel(y)};
+    Point at{NearPixel(x), NearRow(y)};
     if (reduce_ && inside && run_.active() && at.x == run_.x()) {
       run_.Add(at.y);
       runEnd_ = i;
@@ -78,9 +77,9 @@ class PlotPainter {
 
   void Connect(double x, double y) {
     double ax = previousX_, ay = previousY_, bx = x, by = y;
-    if (!ClipSegment(ax, ay, bx, by, area_.width, area_.height)) return;
-    surface_.MoveTo({Pixel(ax), Pixel(ay)});
-    surface_.LineTo({Pixel(bx), Pixel(by)});
+    if (!ClipSegment(ax, ay, bx, by, area_)) return;
+    surface_.MoveTo({Pixel(ax), RowPixel(ay)});
+    surface_.LineTo({Pixel(bx), RowPixel(by)});
   }
 
   void CloseRun() {
@@ -91,7 +90,7 @@ class PlotPainter {
         Mark(run_.first(), dataset_.status()[runStart_]);
       } else {
         ForEachDrawnPoint(dataset_, map_, runStart_, runEnd_ + 1, [&](size_t, double x, double y, int32_t status) {
-          Mark({Pixel(x), Pixel(y)}, status);
+          Mark({Pixel(x), RowPixel(y)}, status);
         });
       }
     }
@@ -136,12 +135,14 @@ bool Reduces(Reduction reduction, size_t count, CurveArea area) {
 
 }  // namespace
 
+// A marker is 2r + 1 pixels across, centred on its point: regions leave out
+// their right and bottom edges, so boxes reach one pixel past x + r, y + r.
 Region MarkerRegion(Point at, int shape, int penWidth) {
   int32_t r = penWidth == 1 ? 3 : (penWidth * 5) / 2;
   int32_t x = at.x, y = at.y;
   switch (shape) {
-    case kMarkerDot: return Ellipse{{x - r, y - r, x + r, y + r}};
-    case kMarkerBox: return Rect{x - r, y - r, x + r, y + r};
+    case kMarkerDot: return Ellipse{{x - r, y - r, x + r + 1, y + r + 1}};
+    case kMarkerBox: return Rect{x - r, y - r, x + r + 1, y + r + 1};
     case kMarkerTriangle:
       return Polygon{{{x, y - r - 1}, {x + r + 1, y + r + 1}, {x - r - 1, y + r + 1}}, FillMode::kWinding};
     case kMarkerDiamond:

@@ -9,6 +9,7 @@
 #include <variant>
 
 #include "engine/axis_scale.h"
+#include "engine/frame_geometry.h"
 #include "engine/v_axis.h"
 #include "engine/v_dataset.h"
 
@@ -18,25 +19,19 @@ namespace zel {
 constexpr int32_t kAbsentStatus = 11;
 constexpr int32_t kUnmarkedStatus = 10;
 
-// Far-off pixels stop here, so that rounding and rectangles cannot overflow.
-constexpr double kFarPixel = 1e9;
-
-// The nearest pixel of a number within kFarPixel, halves away from zero.
-inline int32_t NearPixel(double v) { return int32_t(v >= 0 ? v + 0.5 : v - 0.5); }
-
-// The nearest pixel of any double; 0 for NaN.
-inline int32_t Pixel(double v) {
-  if (std::isnan(v)) return 0;
-  return NearPixel(std::clamp(v, -kFarPixel, kFarPixel));
-}
-
-// The size of the data area in pixels.
+// The data area as curves see it: `width` by `height` pixels, x from its
+// left edge and y down from its top row. An axis's whole range spans columns
+// 0 to width and rows height - 1 (its minimum, on the bottom row) to -1 (its
+// maximum, just above the top row), as in the graph's frame.
 struct CurveArea {
   int32_t width = 0, height = 0;
-  bool Contains(double x, double y) const { return x >= 0 && x <= width && y >= 0 && y <= height; }
+  double top() const { return -1; }
+  double bottom() const { return height - 1; }
+  bool Contains(double x, double y) const { return x >= 0 && x <= width && y >= top() && y <= bottom(); }
 };
 
-// The value-to-pixel maps of one dataset's axes. On a DISCRETE axis points
+// The value-to-pixel maps of one dataset's axes, to device doubles of the
+// data area (round x with Pixel, y with RowPixel). On a DISCRETE axis points
 // sit in the middle of their category, half a category before its mark.
 class PointMap {
  public:
@@ -45,14 +40,14 @@ class PointMap {
         ys_(ScaleOf(*dataset.yAxis(), area.height)),
         xShift_(dataset.xAxis()->type() == kAxisDiscrete ? xs_.pixelsPerUnit / 2 : 0),
         yShift_(dataset.yAxis()->type() == kAxisDiscrete ? ys_.pixelsPerUnit / 2 : 0),
-        height_(area.height) {}
+        bottom_(area.bottom()) {}
 
   // NaN stays NaN (the point is left out); infinities stop far off.
   double X(double value) const { return Far(xs_.ToPixel(value) - xShift_); }
-  double Y(double value) const { return Far(height_ - ys_.ToPixel(value) - yShift_); }
+  double Y(double value) const { return Far(bottom_ - ys_.ToPixel(value) - yShift_); }
   // Without the half-category shift: where bars and fills meet the axes.
   double PlainX(double value) const { return Far(xs_.ToPixel(value)); }
-  double PlainY(double value) const { return Far(height_ - ys_.ToPixel(value)); }
+  double PlainY(double value) const { return Far(bottom_ - ys_.ToPixel(value)); }
   const AxisScale& xScale() const { return xs_; }
 
  private:
@@ -60,7 +55,7 @@ class PointMap {
 
   AxisScale xs_, ys_;
   double xShift_, yShift_;
-  double height_;
+  double bottom_;
 };
 
 // Whether a dataset can be drawn at all: it has both axes.

@@ -27,7 +27,7 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
   layoutWidth_ = width;
   layoutHeight_ = height;
   int32_t w = width - 1, h = height - 1;
-  Box<int32_t> plot{0, h, w, 0};
+  FrameRect plot{.left = 0, .bottom = 0, .right = w, .top = h};
   if (Kind() < kGraphOfPie) {
     PlaceLegend(measuring, plot, w, h);
     plot.right -= margins_.right + margins_.left;
@@ -38,7 +38,7 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
       plot.right = w;
     }
   }
-  plotFrame_ = plot;
+  layout_.plot = plot;
   PlaceDataArea();
   if (Kind() == kGraphOfPie) PlacePie(measuring);
   if (Kind() < kGraphOfPie) PlaceAxesOnAxes(measuring);
@@ -47,7 +47,7 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
 
 // The legend takes its room from the client area on its side before the
 // margins are applied, so the margin lies between legend and graph.
-void VGraph::PlaceLegend(Surface* measuring, Box<int32_t>& plot, int32_t w, int32_t h) {
+void VGraph::PlaceLegend(Surface* measuring, FrameRect& plot, int32_t w, int32_t h) {
   if (!legend_) return;
   int32_t position = legendPosition_;
   if (position != VLegend::kRight && position != VLegend::kTop && position != VLegend::kLeft)
@@ -94,8 +94,8 @@ void VGraph::PlaceAxesOnAxes(Surface* measuring) {
 // A pie fills the whole graph inside the margins.
 void VGraph::PlacePie(Surface* measuring) {
   if (!measuring) return;
-  int32_t width = dataArea_.right - dataArea_.left + 1 - margins_.right - margins_.left;
-  int32_t height = dataArea_.top - dataArea_.bottom + 1 - margins_.bottom - margins_.top;
+  int32_t width = layout_.data.width() - margins_.right - margins_.left;
+  int32_t height = layout_.data.height() - margins_.bottom - margins_.top;
   for (const auto& entry : datasets_.entries())
     if (auto* slices = dynamic_cast<VPieDataset*>(entry.object.get()))
       slices->SetPlotRect({0, 0, width, height}, *measuring);
@@ -106,7 +106,7 @@ bool VGraph::HasSplitYAxes() const {
   return split[0] || split[1] || split[2];
 }
 
-void VGraph::PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot) {
+void VGraph::PlaceFreeAxes(Surface* measuring, FrameRect& plot) {
   double xScale = 1.0 / double(zoomRect_.right - zoomRect_.left);
   double yScale = 1.0 / double(zoomRect_.top - zoomRect_.bottom);
   auto measure = [&](VAxis& axis, double scale, TextView unitName) {
@@ -149,14 +149,13 @@ void VGraph::PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot) {
 }
 
 void VGraph::PlaceDataArea() {
-  const Box<int32_t>& plot = plotFrame_;
-  float sx = float(plot.right - plot.left + 1) / (zoomRect_.right - zoomRect_.left);
-  float sy = float(plot.top - plot.bottom + 1) / (zoomRect_.top - zoomRect_.bottom);
-  int32_t fullWidth = RoundToPixel(sx), fullHeight = RoundToPixel(sy);
-  dataArea_.left = plot.left - RoundToPixel(sx * zoomRect_.left);
-  dataArea_.right = dataArea_.left + fullWidth - 1;
-  dataArea_.bottom = plot.bottom - RoundToPixel(zoomRect_.bottom * sy);
-  dataArea_.top = dataArea_.bottom + fullHeight - 1;
+  const FrameRect& plot = layout_.plot;
+  float sx = float(plot.width()) / (zoomRect_.right - zoomRect_.left);
+  float sy = float(plot.height()) / (zoomRect_.top - zoomRect_.bottom);
+  int32_t left = plot.left - RoundToPixel(sx * zoomRect_.left);
+  int32_t bottom = plot.bottom - RoundToPixel(zoomRect_.bottom * sy);
+  layout_.data = {.left = left, .bottom = bottom, .right = left + RoundToPixel(sx) - 1,
+                  .top = bottom + RoundToPixel(sy) - 1};
 }
 
 }  // namespace zel

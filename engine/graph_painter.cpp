@@ -32,13 +32,17 @@ Rect Intersection(const Rect& a, const Rect& b) {
   return r;
 }
 
-int32_t ToPixel(double v) { return std::isfinite(v) ? int32_t(std::lround(std::clamp(v, -1e8, 1e8))) : 0; }
-
 }  // namespace
 
 Rect VGraph::PlotInDevice(const Rect& bounds) const {
   int32_t x = bounds.left + margins_.left, y = bounds.bottom - margins_.bottom;
-  return {x + plotFrame_.left, y - plotFrame_.top, x + plotFrame_.right + 1, y - plotFrame_.bottom + 1};
+  const FrameRect& plot = layout_.plot;
+  return {x + plot.left, y - plot.top, x + plot.right + 1, y - plot.bottom + 1};
+}
+
+int32_t VGraph::HairlineColumn(const Hairline& hairline, int32_t clientLeft) const {
+  const FrameRect& plot = layout_.plot;
+  return clientLeft + margins_.left + plot.left + Pixel(double(hairline.position) * plot.width());
 }
 
 bool VGraph::ShowsYAxis(size_t index) const {
@@ -51,9 +55,9 @@ void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
   surface.FillRect(bounds, surface.BackgroundColor());
   surface.Save();
   bool pie = Kind() == kGraphOfPie;
-  int32_t originY = pie ? -(margins_.top - dataArea_.top + bounds.bottom)
-                        : -(bounds.bottom - margins_.bottom - dataArea_.top);
-  Point origin{-(bounds.left + margins_.left + dataArea_.left), originY};
+  const FrameRect& data = layout_.data;
+  int32_t originY = pie ? -(margins_.top - data.top + bounds.bottom) : -(bounds.bottom - margins_.bottom - data.top);
+  Point origin{-(bounds.left + margins_.left + data.left), originY};
   surface.SetWindowOrigin(origin);
   surface.ClipTo(Intersection(update, PlotInDevice(bounds)));
   if (pie) {
@@ -75,8 +79,8 @@ void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
 }
 
 Rect VGraph::PlotInPass() const {
-  return {plotFrame_.left - dataArea_.left, dataArea_.top - plotFrame_.top, plotFrame_.right - dataArea_.left,
-          dataArea_.top - plotFrame_.bottom};
+  const FrameRect &plot = layout_.plot, &data = layout_.data;
+  return {plot.left - data.left, data.top - plot.top, plot.right - data.left, data.top - plot.bottom};
 }
 
 // The third grid word chooses the axes whose grids are drawn; the graph's
@@ -92,7 +96,7 @@ void VGraph::DrawGrid(Surface& surface) {
   bool bars = std::any_of(datasets_.entries().begin(), datasets_.entries().end(),
                           [](const auto& entry) { return entry.object->type() == kBar; });
   Rect plot = PlotInPass();
-  int32_t width = dataArea_.right - dataArea_.left + 1, height = dataArea_.top - dataArea_.bottom + 1;
+  int32_t width = layout_.data.width(), height = layout_.data.height();
   if (xGrid)
     for (const auto& entry : xAxes_.entries())
       DrawAxisGrid(surface, *entry.object, look, {plot, 0, width}, true, bars, f);
@@ -110,21 +114,21 @@ void VGraph::DrawGrid(Surface& surface) {
 // X axes placed on a Y axis stand where their crossing value lies on it, Y
 // axes likewise on an X axis; both keep to the plot.
 void VGraph::DrawAxesOnAxes(Surface& surface) {
-  int32_t width = dataArea_.right - dataArea_.left + 1, height = dataArea_.top - dataArea_.bottom + 1;
+  int32_t width = layout_.data.width(), height = layout_.data.height();
   Rect plot = PlotInPass();
   int reportType = Process().reportType;
   double f = printScale();
   for (const auto& entry : xAxes_.entries()) {
     const VAxis& axis = *entry.object;
     if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
-    int32_t line = height - 1 - ToPixel(ScaleOf(*axis.reference(), height).ToPixel(axis.crossingValue()));
+    int32_t line = height - 1 - Pixel(ScaleOf(*axis.reference(), height).ToPixel(axis.crossingValue()));
     AxisPlacement at{line, 0, width, plot.left, plot.right, 0, false, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
   for (const auto& entry : yAxes_.entries()) {
     const VAxis& axis = *entry.object;
     if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
-    int32_t line = ToPixel(ScaleOf(*axis.reference(), width).ToPixel(axis.crossingValue()));
+    int32_t line = Pixel(ScaleOf(*axis.reference(), width).ToPixel(axis.crossingValue()));
     AxisPlacement at{line, height - 1, height, plot.top, plot.bottom, 0, false, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
@@ -132,8 +136,9 @@ void VGraph::DrawAxesOnAxes(Surface& surface) {
 
 void VGraph::DrawFreeAxes(Surface& surface) {
   // Logical pixels of graph coordinates.
-  auto x = [&](int32_t graphX) { return graphX - dataArea_.left; };
-  auto y = [&](int32_t graphY) { return dataArea_.top - graphY; };
+  const FrameRect &plot = layout_.plot, &data = layout_.data;
+  auto x = [&](int32_t graphX) { return graphX - data.left; };
+  auto y = [&](int32_t graphY) { return data.top - graphY; };
   int reportType = Process().reportType;
   double f = printScale();
   for (const auto& entry : xAxes_.entries()) {
@@ -141,8 +146,7 @@ void VGraph::DrawFreeAxes(Surface& surface) {
     if (axis.placement() == VAxis::kOnAxis) continue;
     bool high = axis.placement() == VAxis::kHighSide;
     int32_t line = high ? axis.position() - axis.thickness() : axis.position() + axis.thickness();
-    AxisPlacement at{y(line), 0, dataArea_.right - dataArea_.left + 1, x(plotFrame_.left),
-                     x(plotFrame_.right), margins_.right, high, f, {}};
+    AxisPlacement at{y(line), 0, data.width(), x(plot.left), x(plot.right), margins_.right, high, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
   bool split = HasSplitYAxes();
@@ -151,8 +155,8 @@ void VGraph::DrawFreeAxes(Surface& surface) {
     const VAxis& axis = *yAxes_.entries()[index].object;
     bool high = axis.placement() == VAxis::kHighSide;
     int32_t line = high ? axis.position() - axis.thickness() : axis.position() + axis.thickness();
-    AxisPlacement at{x(line), y(dataArea_.bottom), dataArea_.top - dataArea_.bottom + 1, y(plotFrame_.top),
-                     y(plotFrame_.bottom), 0, high, f, split ? TextView(unitNames_[index]) : TextView()};
+    AxisPlacement at{x(line), y(data.bottom), data.height(), y(plot.top), y(plot.bottom), 0, high, f,
+                     split ? TextView(unitNames_[index]) : TextView()};
     DrawAxis(surface, axis, at, reportType);
   }
 }
@@ -165,26 +169,28 @@ void VGraph::DrawLegend(Surface& surface, const Rect& bounds) {
   legend_->rect = client;
 }
 
-// Hairline lines are kept inside the plot; their labels stand beside it, on
-// the side of the chosen X axis, and are not clipped to the plot.
+// Hairline lines are kept inside the plot, each at its fraction of the plot
+// frame (where it is grabbed and its crossings are read, whatever the zoom);
+// their labels stand beside it, on the side of the chosen X axis, and are
+// not clipped to the plot.
 void VGraph::DrawHairlines(Surface& surface, const Rect& bounds) {
   Rect plot = PlotInDevice(bounds);
-  int32_t fullWidth = dataArea_.right - dataArea_.left + 1;
-  int32_t left = bounds.left + margins_.left + plotFrame_.left;
+  int32_t fullWidth = layout_.data.width();
+  int32_t left = bounds.left + margins_.left + layout_.plot.left;
   const VAxis* axis = FindXAxis(xAxisHairline_);
   bool below = axis && axis->placement() == VAxis::kLowSide;
   bool above = axis && axis->placement() == VAxis::kHighSide;
   surface.SelectFont(ParseFontSpec(kHairlineFont));
   int reportType = Process().reportType;
   for (const Hairline& hairline : hairlines_) {
-    int32_t x = ToPixel(double(hairline.position) * fullWidth) + margins_.left + plotFrame_.left + bounds.left;
+    int32_t x = HairlineColumn(hairline, bounds.left);
     surface.ClipTo({plot.left + 1, plot.top + 1, plot.right - 1, plot.bottom - 1});
     surface.SelectPen({kPenSolid, hairline.width, hairline.color, false});
     surface.MoveTo({x, plot.bottom - 1});
     surface.LineTo({x, plot.top});
     if (!below && !above) continue;
     surface.ClipTo(bounds);
-    double value = ScaleOf(*axis, fullWidth).ToValue(x - left + (plotFrame_.left - dataArea_.left));
+    double value = ScaleOf(*axis, fullWidth).ToValue(x - left + (layout_.plot.left - layout_.data.left));
     Text label = HairlineLabel(*axis, value, reportType);
     int32_t half = surface.TextExtent(label).cx / 2;
     uint32_t align = kAlignCenter;
@@ -200,11 +206,12 @@ void VGraph::DrawHairlines(Surface& surface, const Rect& bounds) {
 // The rubber band: a dotted white frame XORed onto the data area, so that
 // drawing it twice takes it away.
 void VGraph::DrawBand(Surface& surface, const Rect& bounds) {
-  int32_t fullWidth = dataArea_.right - dataArea_.left + 1, fullHeight = dataArea_.top - dataArea_.bottom + 1;
-  int32_t left = bounds.left + margins_.left + dataArea_.left;
-  int32_t bottom = bounds.bottom - margins_.bottom - dataArea_.bottom;
-  auto x = [&](float fraction) { return left + ToPixel(double(fraction) * fullWidth); };
-  auto y = [&](float fraction) { return bottom - ToPixel(double(fraction) * fullHeight); };
+  const FrameRect& data = layout_.data;
+  int32_t fullWidth = data.width(), fullHeight = data.height();
+  int32_t left = bounds.left + margins_.left + data.left;
+  int32_t bottom = bounds.bottom - margins_.bottom - data.bottom;
+  auto x = [&](float fraction) { return left + Pixel(double(fraction) * fullWidth); };
+  auto y = [&](float fraction) { return bottom - Pixel(double(fraction) * fullHeight); };
   surface.Save();
   surface.ClipTo(Intersection(bounds, {left, bottom - fullHeight + 1, left + fullWidth, bottom + 1}));
   surface.SelectPen({kPenDot, 1, kWhite, false});

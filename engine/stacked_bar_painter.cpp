@@ -85,7 +85,7 @@ void DrawStackedBars(Surface& surface, VDataset& dataset, BarStacks& stacks, con
   SegmentRow row(surface, frame, dataset.realXbarMode() != 0, color);
   ForEachDrawnPoint(dataset, ValueMap{}, [&](size_t, double x, double y, int32_t) {
     double bottom = stacks.Raise(dataset.yAxis(), x, y);
-    Segment segment{map.PlainX(x), Pixel(map.PlainY(bottom)), Pixel(map.PlainY(bottom + y))};
+    Segment segment{map.PlainX(x), RowPixel(map.PlainY(bottom)), RowPixel(map.PlainY(bottom + y))};
     dataset.NoteDrawnAsBars();
     if (!discrete) {
       row.Add(segment);

@@ -234,13 +234,35 @@ std::optional<int32_t> VGraph::AddHairline(float xposPercent, std::optional<Colo
   return id;
 }
 
-Hairline* VGraph::FindHairline(int32_t id) {
-  auto it = std::find_if(hairlines_.begin(), hairlines_.end(), [id](auto& h) { return h.id == id; });
-  return it == hairlines_.end() ? nullptr : &*it;
+namespace {
+
+// The hairline of an id in a list, const or not; null when absent.
+template <typename Hairlines>
+auto HairlineIn(Hairlines& hairlines, int32_t id) -> decltype(hairlines.data()) {
+  auto it = std::find_if(hairlines.begin(), hairlines.end(), [id](auto& h) { return h.id == id; });
+  return it == hairlines.end() ? nullptr : &*it;
+}
+
+}  // namespace
+
+const Hairline* VGraph::FindHairline(int32_t id) const { return HairlineIn(hairlines_, id); }
+
+bool VGraph::SetHairlinePosition(int32_t id, float position) {
+  Hairline* hairline = HairlineIn(hairlines_, id);
+  if (hairline) hairline->position = position;
+  return hairline != nullptr;
+}
+
+bool VGraph::SetHairlineLook(int32_t id, Color color, int32_t width) {
+  Hairline* hairline = HairlineIn(hairlines_, id);
+  if (!hairline) return false;
+  hairline->color = color;
+  hairline->width = width;
+  return true;
 }
 
 bool VGraph::RemoveHairline(int32_t id) {
-  Hairline* hairline = FindHairline(id);
+  const Hairline* hairline = FindHairline(id);
   if (!hairline) return false;
   hairlines_.erase(hairlines_.begin() + (hairline - hairlines_.data()));
   if (hairlines_.empty()) hairlines_.shrink_to_fit();
@@ -267,10 +289,11 @@ void VGraph::SetScrollbars(int horizontal, int vertical) {
 // area, in pixels: zoomed in, the data area is the larger.
 void VGraph::UpdateScrollBars() {
   if (!HasWindow()) return;
-  window_->SetScrollBar(false, ScrollState(horizontalScrollbar_, plotFrame_.left, plotFrame_.right,
-                                           dataArea_.left, dataArea_.right, plotFrame_.left - dataArea_.left));
-  window_->SetScrollBar(true, ScrollState(verticalScrollbar_, plotFrame_.bottom, plotFrame_.top,
-                                          dataArea_.bottom, dataArea_.top, dataArea_.top - plotFrame_.top));
+  const FrameRect &plot = layout_.plot, &data = layout_.data;
+  window_->SetScrollBar(false, ScrollState(horizontalScrollbar_, plot.left, plot.right, data.left, data.right,
+                                           plot.left - data.left));
+  window_->SetScrollBar(true, ScrollState(verticalScrollbar_, plot.bottom, plot.top, data.bottom, data.top,
+                                          data.top - plot.top));
 }
 
 void VGraph::SetSuspendDraw(int32_t suspend) {
@@ -294,6 +317,29 @@ void VGraph::UpdateLayoutAndRepaint() {
   // One more than the client size, as the layout has always been given.
   Recalculate(client.right - client.left + 1, client.bottom - client.top + 1);
   Repaint();
+}
+
+void VGraph::SetMargins(const Margins& margins) {
+  margins_ = margins;
+  UpdateLayoutAndRepaint();
+}
+
+void VGraph::SetZoomRect(const Fractions& zoom) {
+  bool valid = zoom.left >= 0 && zoom.left < zoom.right && zoom.right <= 1 && zoom.bottom >= 0 &&
+               zoom.bottom < zoom.top && zoom.top <= 1;
+  if (!valid) Raise(kMsgBadZoomRect);
+  zoomRect_ = zoom;
+  UpdateLayoutAndRepaint();
+}
+
+void VGraph::MoveDataArea(int32_t left, int32_t bottom) {
+  FrameRect& data = layout_.data;
+  data = {.left = left, .bottom = bottom, .right = left + data.width() - 1, .top = bottom + data.height() - 1};
+}
+
+Fractions RubberBand::Normalised() const {
+  return {.left = std::min(bandX0, bandX1), .right = std::max(bandX0, bandX1), .bottom = std::min(bandY0, bandY1),
+          .top = std::max(bandY0, bandY1)};
 }
 
 void VGraph::Repaint() {

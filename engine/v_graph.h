@@ -10,6 +10,7 @@
 
 #include "engine/axis_props.h"
 #include "engine/dataset_props.h"
+#include "engine/frame_geometry.h"
 #include "engine/hairline.h"
 #include "engine/host_window.h"
 #include "engine/id_map.h"
@@ -28,18 +29,23 @@ struct EnumEntry {
   int32_t type;
 };
 
-// Left, top, right, bottom; in pixels for margins, in fractions of the whole
-// range for the zoom rectangle.
-template <typename T>
-struct Box {
-  T left, top, right, bottom;
-};
+// What a left-button drag does; the MouseMode property's keywords in order.
+enum class MouseMode : int32_t { kSelect = 0, kPan = 1, kZoom = 2, kNone = 3 };
 
 // The rubber band: start (x0, y0) and current (x1, y1) corner as fractions of
 // the data area, from its left and bottom edges. Empty when all are zero.
 struct RubberBand {
   float bandX0 = 0, bandX1 = 0, bandY0 = 0, bandY1 = 0;
   bool empty() const { return bandX0 == 0 && bandX1 == 0 && bandY0 == 0 && bandY1 == 0; }
+  // The corners in order: (left, right, bottom, top).
+  Fractions Normalised() const;
+};
+
+// Where the last layout put the graph, in the graph's frame: the visible
+// plot frame and the whole data area that the zoom rectangle maps onto it.
+struct GraphLayout {
+  FrameRect plot;
+  FrameRect data;
 };
 
 class VGraph {
@@ -105,15 +111,25 @@ class VGraph {
   std::optional<int32_t> AddHairline(float xposPercent, std::optional<Color> color, int16_t width);
   const std::vector<Hairline>& hairlines() const { return hairlines_; }
   // The hairline of an id, or null.
-  Hairline* FindHairline(int32_t id);
+  const Hairline* FindHairline(int32_t id) const;
   // False for an unknown id; the others keep their order.
   bool RemoveHairline(int32_t id);
   // Remembers a dataset whose values the hairlines show, in the first of
   // 20 free places.
   enum class ShowDatasetResult { kAdded, kUnknownDataset, kFull };
   ShowDatasetResult AddHairlineShowDataset(int32_t datasetId);
+  // Moves a hairline to a fraction of the plot frame's width; false for an
+  // unknown id.
+  bool SetHairlinePosition(int32_t id, float position);
+  // Sets a hairline's colour and pen width as given; false for an unknown id.
+  bool SetHairlineLook(int32_t id, Color color, int32_t width);
+  // The X axis whose values label the hairlines (not checked).
+  int32_t xAxisHairline() const { return xAxisHairline_; }
+  void SetXAxisHairline(int32_t id) { xAxisHairline_ = id; }
+  const std::array<int32_t, 20>& hairlineDatasets() const { return hairlineDatasets_; }
   // The colours of points of status 1, 2 and 9, and a fourth one.
-  std::array<int32_t, 4>& markerStatusColors() { return markerStatusColors_; }
+  const std::array<int32_t, 4>& markerStatusColors() const { return markerStatusColors_; }
+  void SetMarkerStatusColors(const std::array<int32_t, 4>& colors) { markerStatusColors_ = colors; }
 
   // Negative leaves a flag as it is; anything else sets it to (value > 0).
   void SetScrollbars(int horizontal, int vertical);
@@ -129,25 +145,41 @@ class VGraph {
   int32_t gridColor() const { return gridColor_; }
   const std::array<int16_t, 3>& gridWords() const { return gridWords_; }
 
-  std::array<Text, 4>& unitNames() { return unitNames_; }
-  Box<int32_t>& margins() { return margins_; }
-  Box<float>& zoomRect() { return zoomRect_; }
-  int32_t& mouseMode() { return mouseMode_; }
-  int32_t& legendPosition() { return legendPosition_; }
+  // The names of split Y axes 1 to 4, drawn above their axes.
+  const std::array<Text, 4>& unitNames() const { return unitNames_; }
+  void SetUnitNames(std::array<Text, 4> names) { unitNames_ = std::move(names); }
+  // Lays out and repaints with the new margins.
+  const Margins& margins() const { return margins_; }
+  void SetMargins(const Margins& margins);
+  // Raises message 113 unless 0 <= left < right <= 1 and 0 <= bottom < top
+  // <= 1 (NaN fails); then lays out and repaints.
+  const Fractions& zoomRect() const { return zoomRect_; }
+  void SetZoomRect(const Fractions& zoom);
+  // The zoom rectangle a scroll leaves, whose width or height it keeps:
+  // no check, no layout (the data area has moved already).
+  void ScrolledZoomRect(const Fractions& zoom) { zoomRect_ = zoom; }
+  MouseMode mouseMode() const { return mouseMode_; }
+  void SetMouseMode(MouseMode mode) { mouseMode_ = mode; }
+  // The LegendPosition keyword's value as the host last gave it (-1 after it
+  // was read without a legend).
+  int32_t legendPosition() const { return legendPosition_; }
+  void SetLegendPosition(int32_t position) { legendPosition_ = position; }
   // The legend exists while it is enabled.
   void EnableLegend(bool enabled);
   VLegend* legend() const { return legend_.get(); }
   // PutBarWidth's percentage of the automatic bar width; -1 is "Auto Width".
-  int32_t& barWidth() { return barWidth_; }
   int32_t barWidth() const { return barWidth_; }
+  void SetBarWidth(int32_t percent) { barWidth_ = percent; }
   // The curve drawn highlighted, if any.
-  std::optional<int32_t>& highlightedCurve() { return highlightedCurve_; }
   const std::optional<int32_t>& highlightedCurve() const { return highlightedCurve_; }
+  void SetHighlightedCurve(std::optional<int32_t> id) { highlightedCurve_ = id; }
   // The rubber band the operator dragged; the drawing pass draws it unless empty.
-  RubberBand& band() { return band_; }
+  const RubberBand& band() const { return band_; }
+  void SetBand(const RubberBand& band) { band_ = band; }
   // The band of the last release, kept for GetSelectedPoints and
   // ZoomToSelection after the band itself is taken away.
-  RubberBand& selection() { return selection_; }
+  const RubberBand& selection() const { return selection_; }
+  void SetSelection(const RubberBand& selection) { selection_ = selection; }
   // XORs the band's dotted frame onto a surface whose client area is `bounds`.
   void DrawBand(Surface& surface, const Rect& bounds);
   // While printing, pixel constants and fonts are scaled by the printer's
@@ -155,8 +187,6 @@ class VGraph {
   bool printing() const { return printing_; }
   double printScale() const { return printing_ ? printScale_ : 1.0; }
   void SetPrinting(bool printing, double scale);
-  int32_t& xAxisHairline() { return xAxisHairline_; }
-  std::array<int32_t, 20>& hairlineDatasets() { return hairlineDatasets_; }
 
   // Lays the graph out for the window's client size and invalidates the
   // window unless drawing is suspended; nothing without a window.
@@ -172,15 +202,14 @@ class VGraph {
   void Draw(Surface& surface, const Rect& bounds, const Rect& update);
 
   // The visible plot and the whole (unzoomed) data area, in graph pixels.
-  const Box<int32_t>& plotFrame() const { return plotFrame_; }
-  const Box<int32_t>& dataArea() const { return dataArea_; }
+  const GraphLayout& layout() const { return layout_; }
+  const FrameRect& plotFrame() const { return layout_.plot; }
+  const FrameRect& dataArea() const { return layout_.data; }
   // Moves the data area (scrolling) without changing its size.
-  void MoveDataArea(int32_t left, int32_t bottom) {
-    dataArea_.right += left - dataArea_.left;
-    dataArea_.top += bottom - dataArea_.bottom;
-    dataArea_.left = left;
-    dataArea_.bottom = bottom;
-  }
+  void MoveDataArea(int32_t left, int32_t bottom);
+  // The device column of a hairline drawn on a client area whose left edge
+  // is `clientLeft`: where it is drawn, grabbed and read.
+  int32_t HairlineColumn(const Hairline& hairline, int32_t clientLeft) const;
 
  private:
   void AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertical, int32_t id,
@@ -189,9 +218,9 @@ class VGraph {
   void RemoveAxis(IdMap<VAxis>& axes, int32_t id);
   void DestroyAxes();
   std::vector<EnumEntry> EnumAxes(const IdMap<VAxis>& axes) const;
-  void PlaceFreeAxes(Surface* measuring, Box<int32_t>& plot);
+  void PlaceFreeAxes(Surface* measuring, FrameRect& plot);
   void PlaceDataArea();
-  void PlaceLegend(Surface* measuring, Box<int32_t>& plot, int32_t w, int32_t h);
+  void PlaceLegend(Surface* measuring, FrameRect& plot, int32_t w, int32_t h);
   void PlaceAxesOnAxes(Surface* measuring);
   void PlacePie(Surface* measuring);
   // Whether the Y axis at `index` is measured and drawn beside the plot:
@@ -230,16 +259,15 @@ class VGraph {
   int32_t xAxisHairline_ = -1;
   std::array<int32_t, 20> hairlineDatasets_;
   std::array<int32_t, 4> markerStatusColors_{};
-  int32_t mouseMode_ = 0;
+  MouseMode mouseMode_ = MouseMode::kSelect;
   bool horizontalScrollbar_ = false;
   bool verticalScrollbar_ = false;
-  Box<float> zoomRect_{0, 1, 1, 0};
-  Box<int32_t> margins_{10, 10, 10, 10};
+  Fractions zoomRect_;
+  Margins margins_;
   std::array<Text, 4> unitNames_;
   int layoutWidth_ = 0;
   int layoutHeight_ = 0;
-  Box<int32_t> plotFrame_{};
-  Box<int32_t> dataArea_{};
+  GraphLayout layout_;
 };
 
 }  // namespace zel

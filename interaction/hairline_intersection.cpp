@@ -58,9 +58,8 @@ std::vector<Node> WalkNodes(const VDataset& dataset, const AxisScale& xs) {
 }  // namespace
 
 int32_t HairlinePixel(const VGraph& graph, const Hairline& hairline) {
-  const Box<int32_t>& frame = graph.plotFrame();
-  int32_t frameWidth = frame.right - frame.left + 1;
-  return Pixel(double(frameWidth) * hairline.position) + (frame.left - graph.dataArea().left);
+  const FrameRect& frame = graph.plotFrame();
+  return Pixel(double(frame.width()) * hairline.position) + (frame.left - graph.dataArea().left);
 }
 
 Crossing HairlineCrossing(const VDataset& dataset, int32_t p, int32_t width, bool snap) {
@@ -95,11 +94,11 @@ Crossing HairlineCrossing(const VDataset& dataset, int32_t p, int32_t width, boo
 }
 
 std::optional<int32_t> SnapHairline(VGraph& graph, HostWindow* window, bool toRight, int32_t scanBound) {
-  auto& hairlines = graph.hairlines();
+  const auto& hairlines = graph.hairlines();
   if (hairlines.empty()) return std::nullopt;
-  const Box<int32_t>& frame = graph.plotFrame();
-  const Box<int32_t>& data = graph.dataArea();
-  int32_t width = data.right - data.left + 1;
+  const FrameRect& frame = graph.plotFrame();
+  const FrameRect& data = graph.dataArea();
+  int32_t width = data.width();
   int32_t p = HairlinePixel(graph, hairlines.front());
   int32_t best = toRight ? data.right - data.left + 3 : -1;
   bool answered = false;
@@ -112,21 +111,20 @@ std::optional<int32_t> SnapHairline(VGraph& graph, HostWindow* window, bool toRi
     best = toRight ? std::min(best, pixel) : std::max(best, pixel);
   }
   if (answered) {
-    graph.FindHairline(hairlines.front().id)->position =
-        float(data.left - frame.left + best) / float(frame.right - frame.left + 1);
+    graph.SetHairlinePosition(hairlines.front().id, float(data.left - frame.left + best) / float(frame.width()));
     if (window && window->Exists() && !graph.suspendDraw()) window->Invalidate(true);
   }
   return hairlines.back().id;
 }
 
 std::optional<int32_t> PlaceLastHairline(VGraph& graph, HostWindow* window, int32_t clientX) {
-  auto& hairlines = graph.hairlines();
+  const auto& hairlines = graph.hairlines();
   if (hairlines.empty()) return std::nullopt;
-  const Box<int32_t>& frame = graph.plotFrame();
+  const FrameRect& frame = graph.plotFrame();
   int32_t x = clientX - graph.margins().left;
   int32_t divisor = frame.right - frame.left - 1;
   // A frame too narrow to divide by leaves the hairline where it is.
-  if (divisor != 0) graph.FindHairline(hairlines.back().id)->position = float(x - frame.left) / float(divisor);
+  if (divisor != 0) graph.SetHairlinePosition(hairlines.back().id, float(x - frame.left) / float(divisor));
   if (window && window->Exists() && !graph.suspendDraw()) window->Invalidate(true);
   return hairlines.back().id;
 }

@@ -18,7 +18,7 @@ void CurveHighlight::Stop(bool aboutToShow) {
   highlightIndex_ = -1;
   highlightActive_ = 0;
   highlightSeconds_ = kNoDuration;
-  graph_.highlightedCurve().reset();
+  graph_.SetHighlightedCurve(std::nullopt);
 }
 
 void CurveHighlight::Tick() {
@@ -56,9 +56,9 @@ void CurveHighlight::Start(int32_t index, int32_t seconds) {
 void CurveHighlight::MarkCurve() {
   const auto& entries = graph_.datasets().entries();
   if (highlightIndex_ >= 0 && size_t(highlightIndex_) < entries.size())
-    graph_.highlightedCurve() = entries[size_t(highlightIndex_)].id;
+    graph_.SetHighlightedCurve(entries[size_t(highlightIndex_)].id);
   else
-    graph_.highlightedCurve().reset();
+    graph_.SetHighlightedCurve(std::nullopt);
 }
 
 }  // namespace zel

@@ -15,7 +15,7 @@ constexpr float kZoomThreshold = 0.01f;     // on purpose
 constexpr int32_t kBorderStep = 2;
 constexpr Color kGhostColor = 0xFFFFFF;
 
-bool Bands(int32_t mode) { return mode == kModeSelect || mode == kModeZoom; }
+bool Bands(MouseMode mode) { return mode == MouseMode::kSelect || mode == MouseMode::kZoom; }
 
 }  // namespace
 
@@ -28,14 +28,14 @@ void MouseTracker::XorBand(Surface& surface) { graph_.DrawBand(surface, ClientBo
 
 void MouseTracker::EraseBand(Surface& surface) {
   if (!graph_.band().empty()) XorBand(surface);
-  graph_.band() = {};
+  graph_.SetBand({});
 }
 
 // The ghost: the hairline's width in XOR white, from the plot's bottom to
 // its top, so drawing it twice takes it away.
 void MouseTracker::XorGhost(Surface& surface, int32_t x) {
   Rect c = ClientBounds();
-  const Box<int32_t>& f = graph_.plotFrame();
+  const FrameRect& f = graph_.plotFrame();
   int32_t left = c.left + graph_.margins().left, base = c.bottom - graph_.margins().bottom;
   int32_t width = 1;
   if (activeHairline_ >= 0 && size_t(activeHairline_) < graph_.hairlines().size())
@@ -52,11 +52,10 @@ void MouseTracker::XorGhost(Surface& surface, int32_t x) {
 
 // A hairline is hit within its pen width either side of its pixel.
 int MouseTracker::HairlineAt(FramePoint p) const {
-  const Box<int32_t>& f = graph_.plotFrame();
-  int32_t frameWidth = f.right - f.left + 1;
+  const FrameRect& f = graph_.plotFrame();
   const auto& hairlines = graph_.hairlines();
   for (size_t i = 0; i < hairlines.size(); ++i) {
-    int64_t offset = int64_t(f.left) - p.x + Pixel(double(hairlines[i].position) * frameWidth);
+    int64_t offset = int64_t(f.left) - p.x + Pixel(double(hairlines[i].position) * f.width());
     if (offset >= -hairlines[i].width && offset <= hairlines[i].width) return int(i);
   }
   return -1;
@@ -69,68 +68,70 @@ Reaction MouseTracker::ButtonDown(Surface& surface, Point client, Point outer) {
   if (graph_.legend() && OnLegendBorder(graph_.legendPosition(), c, client)) {
     borderPoint_ = outer;
     borderDrag_ = true;
-    dragState_ = kDraggingBorder;
+    dragState_ = DragState::kDraggingBorder;
     return reaction;
   }
   lastMouse_ = client;
   EngineDown(surface, ToFrame(graph_, c, client));
-  if (dragState_ != kIdle && graph_.mouseMode() == kModePan) reaction.cursor = CursorShape::kGrab;
+  if (dragState_ != DragState::kIdle && graph_.mouseMode() == MouseMode::kPan) reaction.cursor = CursorShape::kGrab;
   return reaction;
 }
 
 void MouseTracker::EngineDown(Surface& surface, FramePoint p) {
   if (OnLegendBorder(graph_.legendPosition(), window_.ClientRectangle(), lastMouse_)) {
-    dragState_ = kDraggingBorder;
+    dragState_ = DragState::kDraggingBorder;
     return;
   }
   if (!InsideFrame(graph_.plotFrame(), p)) return;
-  int32_t mode = graph_.mouseMode();
-  if (dragState_ == kBanding && Bands(mode)) {  // a release that never came
+  MouseMode mode = graph_.mouseMode();
+  if (dragState_ == DragState::kBanding && Bands(mode)) {  // a release that never came
     EraseBand(surface);
-    dragState_ = kIdle;
+    dragState_ = DragState::kIdle;
     return;
   }
-  if (dragState_ == kDraggingHairline) {  // a ghost left from before
+  if (dragState_ == DragState::kDraggingHairline) {  // a ghost left from before
     XorGhost(surface, ghostX_);
-    dragState_ = kIdle;
+    dragState_ = DragState::kIdle;
     activeHairline_ = -1;
-    graph_.band() = {};
+    graph_.SetBand({});
     return;
   }
   EraseBand(surface);
   activeHairline_ = HairlineAt(p);
   if (activeHairline_ >= 0) {
-    dragState_ = kDraggingHairline;
+    dragState_ = DragState::kDraggingHairline;
     ghostX_ = p.x;
     XorGhost(surface, ghostX_);
   } else {
-    dragState_ = Bands(mode) ? kBanding : mode == kModePan ? kPanning : kIdle;
-    if (dragState_ == kPanning) panClickOnly_ = true;
+    dragState_ = Bands(mode) ? DragState::kBanding : mode == MouseMode::kPan ? DragState::kPanning : DragState::kIdle;
+    if (dragState_ == DragState::kPanning) panClickOnly_ = true;
   }
-  const Box<int32_t>& data = graph_.dataArea();
+  const FrameRect& data = graph_.dataArea();
   float fx = FractionX(data, p.x), fy = FractionY(data, p.y);
-  graph_.band() = {fx, fx, fy, fy};
+  graph_.SetBand({.bandX0 = fx, .bandX1 = fx, .bandY0 = fy, .bandY1 = fy});
 }
 
 Reaction MouseTracker::MouseMove(Surface& surface, Point client, Point outer) {
   Reaction reaction;
-  if (dragState_ == kDraggingBorder && borderDrag_) {
+  if (dragState_ == DragState::kDraggingBorder && borderDrag_) {
     BorderStep(outer, reaction);
     return reaction;
   }
   lastMouse_ = client;
   mouseX_ = client.x;
   FramePoint p = ToFrame(graph_, window_.ClientRectangle(), client);
-  if (dragState_ == kBanding) {
+  if (dragState_ == DragState::kBanding) {
     XorBand(surface);
-    graph_.band().bandX1 = FractionX(graph_.dataArea(), p.x);
-    graph_.band().bandY1 = FractionY(graph_.dataArea(), p.y);
+    RubberBand band = graph_.band();
+    band.bandX1 = FractionX(graph_.dataArea(), p.x);
+    band.bandY1 = FractionY(graph_.dataArea(), p.y);
+    graph_.SetBand(band);
     XorBand(surface);
-  } else if (dragState_ == kDraggingHairline && p.x != ghostX_) {
+  } else if (dragState_ == DragState::kDraggingHairline && p.x != ghostX_) {
     XorGhost(surface, ghostX_);
     ghostX_ = p.x;
     XorGhost(surface, ghostX_);
-  } else if (dragState_ == kPanning) {
+  } else if (dragState_ == DragState::kPanning) {
     Pan(p);
   }
   return reaction;
@@ -150,11 +151,11 @@ void MouseTracker::BorderStep(Point outer, Reaction& reaction) {
 // Keeps the point taken at the press under the cursor, through the scroll
 // bars' thumb tracking.
 void MouseTracker::Pan(FramePoint p) {
-  const Box<int32_t> data = graph_.dataArea();
-  const Box<int32_t>& frame = graph_.plotFrame();
+  const FrameRect data = graph_.dataArea();
+  const FrameRect frame = graph_.plotFrame();
   const RubberBand& b = graph_.band();
-  int32_t dx = data.left + Pixel(double(b.bandX0) * (data.right - data.left + 1)) - p.x;
-  int32_t dy = data.bottom + Pixel(double(b.bandY0) * (data.top - data.bottom + 1)) - p.y;
+  int32_t dx = data.left + Pixel(double(b.bandX0) * data.width()) - p.x;
+  int32_t dy = data.bottom + Pixel(double(b.bandY0) * data.height()) - p.y;
   if (dx != 0) Scroll(graph_, &window_, false, kScrollThumbTrack, std::max(0, frame.left - data.left + dx));
   if (dy != 0) Scroll(graph_, &window_, true, kScrollThumbTrack, std::max(0, data.top - frame.top - dy));
   panClickOnly_ = false;
@@ -163,20 +164,20 @@ void MouseTracker::Pan(FramePoint p) {
 Reaction MouseTracker::ButtonUp(Surface& surface, Point, Point outer) {
   Reaction reaction;
   reaction.releaseCapture = true;
-  int old = dragState_;
-  dragState_ = kIdle;
-  if (old == kDraggingBorder) {
+  DragState old = dragState_;
+  dragState_ = DragState::kIdle;
+  if (old == DragState::kDraggingBorder) {
     // A release away from the last report finishes the host's resize there.
     if (borderDrag_) BorderStep(outer, reaction);
     borderDrag_ = false;
     reaction.cursor = CursorShape::kSizeWE;
-  } else if (old == kPanning) {
+  } else if (old == DragState::kPanning) {
     if (panClickOnly_) reaction.events.push_back(PixelClick(surface, lastMouse_));
     panClickOnly_ = true;
     reaction.cursor = CursorShape::kHand;
-  } else if (old == kDraggingHairline) {
+  } else if (old == DragState::kDraggingHairline) {
     FinishHairline(surface, reaction);
-  } else if (old == kBanding) {
+  } else if (old == DragState::kBanding) {
     FinishBand(surface, reaction);
   }
   return reaction;
@@ -187,26 +188,31 @@ void MouseTracker::FinishHairline(Surface& surface, Reaction& reaction) {
   int index = activeHairline_;
   activeHairline_ = -1;
   if (index < 0 || size_t(index) >= graph_.hairlines().size()) return;
-  const Box<int32_t>& f = graph_.plotFrame();
-  Hairline& hairline = *graph_.FindHairline(graph_.hairlines()[index].id);
-  hairline.position = float(ghostX_ - f.left) / float(f.right - f.left + 1);
+  const FrameRect& f = graph_.plotFrame();
+  const Hairline& hairline = graph_.hairlines()[size_t(index)];
+  graph_.SetHairlinePosition(hairline.id, float(ghostX_ - f.left) / float(f.width()));
   Rect c = ClientBounds();
   int32_t left = c.left + graph_.margins().left, base = c.bottom - graph_.margins().bottom;
-  window_.InvalidateArea({left + f.left, base - f.top, left + f.right + 1, base - f.bottom + 1}, true);
+  Rect plot{left + f.left, base - f.top, left + f.right + 1, base - f.bottom + 1};
+  window_.InvalidateArea(plot, true);
+  // The value labels stand above or below the plot, wherever the line was
+  // and is now: those rows are repainted too, so no old value stays.
+  if (plot.top > c.top) window_.InvalidateArea({c.left, c.top, c.right, plot.top}, true);
+  if (plot.bottom < c.bottom) window_.InvalidateArea({c.left, plot.bottom, c.right, c.bottom}, true);
   reaction.events.push_back(HairlineMoved{hairline.id});
 }
 
 void MouseTracker::FinishBand(Surface& surface, Reaction& reaction) {
-  graph_.selection() = graph_.band();
-  NormalBand b = Normalise(graph_.selection());
+  graph_.SetSelection(graph_.band());
+  Fractions b = graph_.selection().Normalised();
   float width = b.right - b.left, height = b.top - b.bottom;
-  int32_t mode = graph_.mouseMode();
-  float threshold = mode == kModeZoom ? kZoomThreshold : kSelectThreshold;
+  MouseMode mode = graph_.mouseMode();
+  float threshold = mode == MouseMode::kZoom ? kZoomThreshold : kSelectThreshold;
   // A band left over from a mode change to PAN or NONE selects nothing.
   bool large = Bands(mode) && width > threshold && height > threshold;
   if (large) reaction.events.push_back(AreaSelected{b.left, b.right, b.bottom, b.top});
-  if (large && mode == kModeZoom) return;  // the band stays until the host zooms
-  if (large && mode == kModeSelect) reaction.viewChanged = true;
+  if (large && mode == MouseMode::kZoom) return;  // the band stays until the host zooms
+  if (large && mode == MouseMode::kSelect) reaction.viewChanged = true;
   EraseBand(surface);
   if (!large && width == 0 && height == 0) reaction.events.push_back(PixelClick(surface, lastMouse_));
 }
@@ -217,16 +223,16 @@ SelectLegendFromGraph MouseTracker::PixelClick(Surface& surface, Point client) c
 
 Reaction MouseTracker::Cancel(Surface& surface) {
   Reaction reaction;
-  if (dragState_ == kIdle) {
+  if (dragState_ == DragState::kIdle) {
     reaction.handled = false;
     return reaction;
   }
-  if (dragState_ == kBanding) XorBand(surface);
-  if (dragState_ == kDraggingHairline) XorGhost(surface, ghostX_);
-  graph_.band() = {};
+  if (dragState_ == DragState::kBanding) XorBand(surface);
+  if (dragState_ == DragState::kDraggingHairline) XorGhost(surface, ghostX_);
+  graph_.SetBand({});
   activeHairline_ = -1;
   borderDrag_ = false;
-  dragState_ = kIdle;
+  dragState_ = DragState::kIdle;
   return reaction;
 }
 
@@ -237,7 +243,7 @@ CursorShape MouseTracker::CursorAt(Point client) {
     return BorderSide(position) % 2 == 1 ? CursorShape::kSizeWE : CursorShape::kSizeNS;
   FramePoint p = ToFrame(graph_, c, client);
   if (HairlineAt(p) >= 0) return CursorShape::kSizeWE;
-  if (graph_.mouseMode() == kModePan && InsideFrame(graph_.plotFrame(), p)) return CursorShape::kHand;
+  if (graph_.mouseMode() == MouseMode::kPan && InsideFrame(graph_.plotFrame(), p)) return CursorShape::kHand;
   return CursorShape::kArrow;
 }
 

@@ -13,8 +13,7 @@
 
 namespace zel {
 
-enum MouseMode : int32_t { kModeSelect = 0, kModePan = 1, kModeZoom = 2, kModeNone = 3 };
-enum DragState : int { kIdle = 0, kBanding = 1, kPanning = 2, kDraggingHairline = 3, kDraggingBorder = 4 };
+enum class DragState { kIdle = 0, kBanding = 1, kPanning = 2, kDraggingHairline = 3, kDraggingBorder = 4 };
 
 class MouseTracker {
  public:
@@ -30,7 +29,7 @@ class MouseTracker {
   // The cursor for a client point while no drag is in progress.
   CursorShape CursorAt(Point client);
 
-  int dragState() const { return dragState_; }
+  DragState dragState() const { return dragState_; }
   int activeHairline() const { return activeHairline_; }
   // The last mouse point the engine saw (client pixels): presses and moves,
   // but not those of a border drag.
@@ -53,7 +52,7 @@ class MouseTracker {
 
   VGraph& graph_;
   HostWindow& window_;
-  int dragState_ = kIdle;
+  DragState dragState_ = DragState::kIdle;
   int activeHairline_ = -1;
   int32_t ghostX_ = 0;
   bool borderDrag_ = false;

@@ -7,19 +7,15 @@ FramePoint ToFrame(VGraph& graph, const ClientRect& client, Point mouse) {
 }
 
 // A data area of no size (a window of no size) gives fraction 0.
-float FractionX(const Box<int32_t>& data, int32_t x) {
-  int32_t width = data.right - data.left + 1;
-  return width > 0 ? float(x - data.left) / float(width) : 0.0f;
+float FractionX(const FrameRect& data, int32_t x) {
+  return data.width() > 0 ? float(x - data.left) / float(data.width()) : 0.0f;
 }
 
-float FractionY(const Box<int32_t>& data, int32_t y) {
-  int32_t height = data.top - data.bottom + 1;
-  return height > 0 ? float(y - data.bottom) / float(height) : 0.0f;
+float FractionY(const FrameRect& data, int32_t y) {
+  return data.height() > 0 ? float(y - data.bottom) / float(data.height()) : 0.0f;
 }
 
-bool InsideFrame(const Box<int32_t>& frame, FramePoint p) {
-  return p.x >= frame.left && p.x <= frame.right && p.y >= frame.bottom && p.y <= frame.top;
-}
+bool InsideFrame(const FrameRect& frame, FramePoint p) { return frame.Contains(p.x, p.y); }
 
 int32_t BorderSide(int32_t legendPosition) {
   return legendPosition >= 1 && legendPosition <= 3 ? legendPosition : 0;

@@ -16,10 +16,10 @@ struct FramePoint {
 FramePoint ToFrame(VGraph& graph, const ClientRect& client, Point mouse);
 
 // Fractions of the data area, from its left and its bottom edge.
-float FractionX(const Box<int32_t>& data, int32_t x);
-float FractionY(const Box<int32_t>& data, int32_t y);
+float FractionX(const FrameRect& data, int32_t x);
+float FractionY(const FrameRect& data, int32_t y);
 
-bool InsideFrame(const Box<int32_t>& frame, FramePoint point);
+bool InsideFrame(const FrameRect& frame, FramePoint point);
 
 // The legend position as the border test reads it: 1 right, 2 top, 3 left,
 // anything else 0 (bottom).

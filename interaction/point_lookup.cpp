@@ -23,7 +23,7 @@ std::vector<size_t> PointsInBand(const VDataset& dataset, DataExtent extent, boo
   PointMap map(dataset, {extent.width, extent.height});
   ForEachDrawnPoint(dataset, map, [&](size_t i, double x, double y, int32_t) {
     if (!all && !found.empty()) return;
-    double fx = x / extent.width, fy = 1.0 - y / extent.height;
+    double fx = x / extent.width, fy = (extent.height - 1 - y) / extent.height;
     if (fx >= x0 && fx <= x1 && fy >= y0 && fy <= y1) found.push_back(i);
   });
   return found;
@@ -34,7 +34,7 @@ std::optional<size_t> PointAtPixel(const VDataset& dataset, DataExtent extent, i
   std::optional<size_t> hit;
   if (!HasAxes(dataset) || extent.width <= 0 || extent.height <= 0) return hit;
   PointMap map(dataset, {extent.width, extent.height});
-  double fromTop = double(extent.height) - y;
+  double fromTop = double(extent.height - 1) - y;
   ForEachDrawnPoint(dataset, map, [&](size_t i, double px, double py, int32_t) {
     if (!hit && std::fabs(px - x) <= tolerance && std::fabs(py - fromTop) <= tolerance) hit = i;
   });

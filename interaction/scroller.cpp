@@ -9,7 +9,7 @@ constexpr int kLineStep = 10;
 
 // The plot frame in client pixels (right and bottom exclusive).
 Rect PlotInClient(VGraph& graph, const ClientRect& client) {
-  const Box<int32_t>& f = graph.plotFrame();
+  const FrameRect& f = graph.plotFrame();
   int32_t x = client.left + graph.margins().left, y = client.bottom - graph.margins().bottom;
   return {x + f.left, y - f.top, x + f.right + 1, y - f.bottom + 1};
 }
@@ -17,10 +17,10 @@ Rect PlotInClient(VGraph& graph, const ClientRect& client) {
 }  // namespace
 
 void Scroll(VGraph& graph, HostWindow* window, bool vertical, int request, int thumb) {
-  const Box<int32_t>& frame = graph.plotFrame();
-  const Box<int32_t> data = graph.dataArea();
-  int32_t extent = vertical ? data.top - data.bottom + 1 : data.right - data.left + 1;
-  int32_t page = vertical ? frame.top - frame.bottom + 1 : frame.right - frame.left + 1;
+  const FrameRect& frame = graph.plotFrame();
+  const FrameRect data = graph.dataArea();
+  int32_t extent = vertical ? data.height() : data.width();
+  int32_t page = vertical ? frame.height() : frame.width();
   int32_t position = vertical ? data.top - frame.top : frame.left - data.left;
   int32_t last = std::max(0, extent - page);
   int64_t wanted;
@@ -36,7 +36,7 @@ void Scroll(VGraph& graph, HostWindow* window, bool vertical, int request, int t
   }
   int32_t moved = int32_t(std::clamp<int64_t>(wanted, 0, last));
   if (moved == position || extent <= 0) return;
-  Box<float>& zoom = graph.zoomRect();
+  Fractions zoom = graph.zoomRect();
   if (vertical) {
     int32_t bottom = frame.top + moved - (extent - 1);
     float height = zoom.top - zoom.bottom;
@@ -50,6 +50,7 @@ void Scroll(VGraph& graph, HostWindow* window, bool vertical, int request, int t
     zoom.right = zoom.left + width;
     graph.MoveDataArea(left, data.bottom);
   }
+  graph.ScrolledZoomRect(zoom);
   if (!window || !window->Exists()) return;
   window->SetScrollPosition(vertical, moved);
   int shift = position - moved;

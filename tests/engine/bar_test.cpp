@@ -56,9 +56,9 @@ TEST_F(BarTest, DiscreteBarsTakeTheirSlotInTheCategory) {
   RecordingSurface s;
   for (VDataset* d : {&first, &second, &late}) DrawBars(s, *d, frame, false);
   // Categories are 100 pixels apart, bars 100 / 3 = 33 wide, at round((slot + 0.5) * 33).
-  EXPECT_EQ(s.calls, (Calls{"FillRect(17,50,50,100,0000FF)", "FillRect(117,0,150,100,0000FF)",
-                            "FillRect(50,50,83,100,FF0000)", "FillRect(150,0,183,100,FF0000)",
-                            "FillRect(83,50,116,100,00FF00)", "FillRect(183,0,216,100,00FF00)"}));
+  EXPECT_EQ(s.calls, (Calls{"FillRect(17,49,50,99,0000FF)", "FillRect(117,-1,150,99,0000FF)",
+                            "FillRect(50,49,83,99,FF0000)", "FillRect(150,-1,183,99,FF0000)",
+                            "FillRect(83,49,116,99,00FF00)", "FillRect(183,-1,216,99,00FF00)"}));
   EXPECT_TRUE(first.drawnAsBars());
 }
 
@@ -99,8 +99,8 @@ TEST_F(BarTest, ValueModeZeroCentresGroupsOnTheSamplesAndSkipsTheRest) {
   RecordingSurface s;
   DrawBars(s, sparse, frame, false);
   // Pitch 100, width 10: each bar centred on its point.
-  EXPECT_EQ(s.calls, (Calls{"FillRect(45,50,55,100,000000)", "FillRect(145,50,155,100,000000)",
-                            "FillRect(245,50,255,100,000000)", "FillRect(345,50,355,100,000000)"}));
+  EXPECT_EQ(s.calls, (Calls{"FillRect(45,49,55,99,000000)", "FillRect(145,49,155,99,000000)",
+                            "FillRect(245,49,255,99,000000)", "FillRect(345,49,355,99,000000)"}));
 
   std::vector<double> xs, ys(1000, 50);
   for (int i = 0; i < 1000; ++i) xs.push_back(i * 0.1);
@@ -151,11 +151,11 @@ TEST_F(BarTest, StackedSegmentsRiseFromTheTopsBelowInListOrder) {
   DrawStackedBars(s, lower, stacks, frame, false);
   DrawStackedBars(s, upper, stacks, frame, false);
   EXPECT_EQ(s.calls, (Calls{// from midpoint to midpoint, the last to the X axis maximum
-                            "FillRect(0,90,35,100,0000FF)", "FillRect(35,80,65,100,0000FF)",
-                            "FillRect(65,70,100,100,0000FF)",
+                            "FillRect(0,89,35,99,0000FF)", "FillRect(35,79,65,99,0000FF)",
+                            "FillRect(65,69,100,99,0000FF)",
                             // from the previous x to its own, on the tops below
-                            "FillRect(0,85,20,90,FF0000)", "FillRect(20,75,50,80,FF0000)",
-                            "FillRect(50,70,80,75,FF0000)"}));
+                            "FillRect(0,84,20,89,FF0000)", "FillRect(20,74,50,79,FF0000)",
+                            "FillRect(50,69,80,74,FF0000)"}));
   EXPECT_TRUE(upper.drawnAsBars());
 }
 
@@ -171,8 +171,8 @@ TEST_F(BarTest, StackedSegmentsOnADiscreteAxisFillHalfTheirCategory) {
   RecordingSurface s;
   DrawStackedBars(s, a, stacks, frame, false);
   DrawStackedBars(s, b, stacks, frame, false);
-  EXPECT_EQ(s.calls, (Calls{"FillRect(25,90,75,100,000000)", "FillRect(125,80,175,100,000000)",
-                            "FillRect(25,60,75,90,000000)", "FillRect(125,50,175,80,000000)"}));
+  EXPECT_EQ(s.calls, (Calls{"FillRect(25,89,75,99,000000)", "FillRect(125,79,175,99,000000)",
+                            "FillRect(25,59,75,89,000000)", "FillRect(125,49,175,79,000000)"}));
 }
 
 // Far, infinite and undefined values, degenerate axes and empty or inverted

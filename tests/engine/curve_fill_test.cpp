@@ -18,8 +18,8 @@ DatasetProps FillingTo(const char16_t* fillTo, int32_t curveId = 0) {
 
 class CurveFillTest : public EngineTest {
  protected:
-  // 0..100 on both axes over a 100 by 100 data area: values are pixels, y
-  // counted from the bottom.
+  // 0..100 on both axes over a 100 by 100 data area: values are pixels, x
+  // from the left and y up from the bottom row (row 99).
   AxisProps range_ = AxisRange(0.0, 100.0);
   VAxis x_{false, kAxisReal, &range_};
   VAxis y_{true, kAxisReal, &range_};
@@ -32,23 +32,23 @@ TEST_F(CurveFillTest, EachFillReferenceClosesThePolygonItsOwnWay) {
   DatasetProps toX = FillingTo(u"X_AXES"), toY = FillingTo(u"Y_AXES");
   VDataset xFill(kArea, &x_, &y_, &toX), yFill(kArea, &x_, &y_, &toY);
   for (VDataset* d : {&xFill, &yFill}) LoadPoints(*d, {10, 50, 90}, {20, 60, 40});
-  Points curve = {{10, 80}, {50, 40}, {90, 60}};
+  Points curve = {{10, 79}, {50, 39}, {90, 59}};
 
   Polygon down = AreaPolygon(xFill, nullptr, area_);
   EXPECT_EQ(down.mode, FillMode::kWinding);
   Points expected = curve;
-  expected.insert(expected.end(), {{90, 100}, {10, 100}});
+  expected.insert(expected.end(), {{90, 99}, {10, 99}});
   EXPECT_EQ(down.points, expected);
 
   expected = curve;
-  expected.insert(expected.end(), {{0, 60}, {0, 80}});
+  expected.insert(expected.end(), {{0, 59}, {0, 79}});
   EXPECT_EQ(AreaPolygon(yFill, nullptr, area_).points, expected);
 
   // A Y axis on the high side is met at the right edge.
   VAxis right(true, kAxisReal, &range_, VAxis::kHighSide);
   VDataset onRight(kArea, &x_, &right, &toY);
   LoadPoints(onRight, {10, 50, 90}, {20, 60, 40});
-  EXPECT_EQ(AreaPolygon(onRight, nullptr, area_).points.back(), (Point{100, 80}));
+  EXPECT_EQ(AreaPolygon(onRight, nullptr, area_).points.back(), (Point{100, 79}));
 }
 
 TEST_F(CurveFillTest, TheXAxisFillMeetsTheZeroValueOrTheNearerEdge) {
@@ -57,9 +57,9 @@ TEST_F(CurveFillTest, TheXAxisFillMeetsTheZeroValueOrTheNearerEdge) {
   DatasetProps props = FillingTo(u"X_AXES");
   VDataset a(kArea, &x_, &yAround, &props), b(kArea, &x_, &yAbove, &props), c(kArea, &x_, &yBelow, &props);
   for (VDataset* d : {&a, &b, &c}) LoadPoints(*d, {10, 90}, {20, 30});
-  EXPECT_EQ(AreaPolygon(a, nullptr, area_).points.back(), (Point{10, 50}));
-  EXPECT_EQ(AreaPolygon(b, nullptr, area_).points.back(), (Point{10, 100}));
-  EXPECT_EQ(AreaPolygon(c, nullptr, area_).points.back(), (Point{10, 0}));
+  EXPECT_EQ(AreaPolygon(a, nullptr, area_).points.back(), (Point{10, 49}));
+  EXPECT_EQ(AreaPolygon(b, nullptr, area_).points.back(), (Point{10, 99})) << "the minimum's row";
+  EXPECT_EQ(AreaPolygon(c, nullptr, area_).points.back(), (Point{10, -1})) << "the maximum's row";
 }
 
 TEST_F(CurveFillTest, ACurveFillRunsBackAlongTheOtherCurveOrFallsBackToTheXAxis) {
@@ -67,10 +67,10 @@ TEST_F(CurveFillTest, ACurveFillRunsBackAlongTheOtherCurveOrFallsBackToTheXAxis)
   VDataset upper(kArea, &x_, &y_, &props), lower(kPlot, &x_, &y_, nullptr);
   LoadPoints(upper, {10, 50, 90}, {80, 90, 70});
   LoadPoints(lower, {0, 40, 100}, {10, 20, 30}, {0, 11, 0});
-  Points expected = {{10, 20}, {50, 10}, {90, 30}, {100, 70}, {0, 90}};
+  Points expected = {{10, 19}, {50, 9}, {90, 29}, {100, 69}, {0, 89}};
   EXPECT_EQ(AreaPolygon(upper, &lower, area_).points, expected);
 
-  Points toAxis = {{10, 20}, {50, 10}, {90, 30}, {90, 100}, {10, 100}};
+  Points toAxis = {{10, 19}, {50, 9}, {90, 29}, {90, 99}, {10, 99}};
   EXPECT_EQ(AreaPolygon(upper, nullptr, area_).points, toAxis);
   EXPECT_EQ(AreaPolygon(upper, &upper, area_).points, toAxis);
   VDataset empty(kPlot, &x_, &y_, nullptr);
@@ -85,7 +85,7 @@ TEST_F(CurveFillTest, AbsentAndNotANumberPointsStayOutAndNothingIsFilledWithoutP
   EXPECT_TRUE(s.calls.empty());
 
   LoadPoints(area, {10, 20, 30, 40}, {10, std::nan(""), 30, 40}, {0, 0, 0, 11});
-  EXPECT_EQ(AreaPolygon(area, nullptr, area_).points, (Points{{10, 90}, {30, 70}, {30, 100}, {10, 100}}));
+  EXPECT_EQ(AreaPolygon(area, nullptr, area_).points, (Points{{10, 89}, {30, 69}, {30, 99}, {10, 99}}));
   DrawAreaFill(s, area, nullptr, area_, 0x00FF00);
   EXPECT_EQ(s.calls, (std::vector<std::string>{"FillPolygon(4,00FF00)"}));
 }
@@ -107,11 +107,11 @@ TEST_F(CurveFillTest, ADenseOutlineKeepsFirstLowestHighestAndLastOfEachColumn) {
     for (const Point& p : outline)
       if (p.x == x) here.push_back(p);
     ASSERT_GE(here.size(), 2u);
-    EXPECT_EQ(here.front().y, 100 - int32_t(ys[size_t(first)]));
-    EXPECT_EQ(here.back().y, 100 - int32_t(ys[size_t(last)]));
+    EXPECT_EQ(here.front().y, 99 - int32_t(ys[size_t(first)]));
+    EXPECT_EQ(here.back().y, 99 - int32_t(ys[size_t(last)]));
     auto [low, high] = std::minmax_element(ys.begin() + first, ys.begin() + last + 1);
     auto has = [&](int32_t y) { return std::any_of(here.begin(), here.end(), [&](const Point& p) { return p.y == y; }); };
-    EXPECT_TRUE(has(100 - int32_t(*low)) && has(100 - int32_t(*high)));
+    EXPECT_TRUE(has(99 - int32_t(*low)) && has(99 - int32_t(*high)));
   }
 }
 
@@ -166,7 +166,7 @@ TEST_F(CurvePassTest, AHighlightedAreaBlinksFillAndLineTogether) {
   DatasetProps props = FillingTo(u"X_AXES");
   props.lineColor = 0x0000FF;
   Add(5, kArea, props);
-  graph_.highlightedCurve() = 5;
+  graph_.SetHighlightedCurve(5);
   RecordingSurface first = Draw(), second = Draw(), third = Draw();
   EXPECT_EQ(first.Calls("FillPolygon(5"), (std::vector<std::string>{"FillPolygon(5,00FF00)"}));
   EXPECT_EQ(first.Calls("Pen(0,2,0000FF"), (std::vector<std::string>{"Pen(0,2,0000FF,cosmetic)"}));

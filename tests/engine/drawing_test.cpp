@@ -18,7 +18,9 @@ namespace {
 
 class DrawingTest : public EngineTest {
  protected:
-  AxisProps range_ = AxisRange(0.0, 100.0);  // over a 100 by 100 plot, values are pixels
+  // Over a 100 by 100 plot, values are pixels: x from the left, y up from
+  // the bottom row (row 99).
+  AxisProps range_ = AxisRange(0.0, 100.0);
   VAxis x_{false, kAxisReal, &range_}, y_{true, kAxisReal, &range_};
 };
 
@@ -29,10 +31,12 @@ TEST_F(DrawingTest, CurvePensAreCosmeticBelowWidthTwo) {
   EXPECT_EQ(CurvePen(-1, 2, 0xFF), (Pen{kPenSolid, 2, 0xFF, false}));
 }
 
+// Regions leave out their right and bottom edges: a marker 2r + 1 pixels
+// across reaches one past x + r and y + r.
 TEST_F(DrawingTest, MarkersGrowWithThePenAndTakeTheirShape) {
-  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerDot, 1), Region(Ellipse{{7, 7, 13, 13}}));
-  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 2), Region(Rect{5, 5, 15, 15}));
-  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 4), Region(Rect{0, 0, 20, 20}));
+  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerDot, 1), Region(Ellipse{{7, 7, 14, 14}}));
+  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 2), Region(Rect{5, 5, 16, 16}));
+  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 4), Region(Rect{0, 0, 21, 21}));
   Polygon triangle{{{10, 6}, {14, 14}, {6, 14}}, FillMode::kWinding};
   EXPECT_EQ(MarkerRegion({10, 10}, kMarkerTriangle, 1), Region(triangle));
   EXPECT_EQ(MarkerRegion({10, 10}, 9, 1), Region(Ellipse{{10, 10, 10, 10}}));
@@ -45,11 +49,11 @@ TEST_F(DrawingTest, PointsAreJoinedAndMarkedByTheirStatus) {
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {0x0000FF, 0xFF0000, 0x00FFFF, 0}, 1, false));
   EXPECT_EQ(s.Calls("FillBox"), (std::vector<std::string>{
-                                     "FillBox(7,87,13,93,00AA00)", "FillBox(17,77,23,83,0000FF)",
-                                     "FillBox(27,67,33,73,FF0000)", "FillBox(47,47,53,53,00FFFF)"}));
+                                     "FillBox(7,86,14,93,00AA00)", "FillBox(17,76,24,83,0000FF)",
+                                     "FillBox(27,66,34,73,FF0000)", "FillBox(47,46,54,53,00FFFF)"}));
   // The absent point (status 11) is neither joined nor marked: 30 joins 50.
-  EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(20,80)", "LineTo(30,70)",
-                                                         "LineTo(50,50)", "LineTo(60,40)"}));
+  EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(20,79)", "LineTo(30,69)",
+                                                         "LineTo(50,49)", "LineTo(60,39)"}));
 }
 
 TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
@@ -57,8 +61,8 @@ TEST_F(DrawingTest, SegmentsAreClippedToTheDataArea) {
   LoadPoints(curve, {50, 150}, {50, 50});
   RecordingSurface s;
   DrawPlot(s, curve, {100, 100}, LookOf(curve, kPlot, {}, 1, false));
-  EXPECT_EQ(s.Calls("MoveTo"), (std::vector<std::string>{"MoveTo(50,50)"}));
-  EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(100,50)"}));
+  EXPECT_EQ(s.Calls("MoveTo"), (std::vector<std::string>{"MoveTo(50,49)"}));
+  EXPECT_EQ(s.Calls("LineTo"), (std::vector<std::string>{"LineTo(100,49)"}));
 }
 
 TEST_F(DrawingTest, HighlightWidensThePenAndInvertsColoursEverySecondTime) {
@@ -109,7 +113,7 @@ TEST_F(DrawingTest, APrinterScalesThePenWidthTruncated) {
   ASSERT_EQ(box.size(), 1u);
   int left, top, right;
   std::sscanf(box[0].c_str(), "FillBox(%d,%d,%d", &left, &top, &right);
-  EXPECT_EQ(right - left, 34);
+  EXPECT_EQ(right - left, 35);
 }
 
 // Colours the pixels of lines as GDI does for a one-pixel pen: from the
@@ -253,7 +257,7 @@ TEST_F(DrawingTest, TheDrawingPassPaintsBackgroundThenPlotThenAxes) {
   ASSERT_GE(s.calls.size(), 4u);
   EXPECT_EQ(s.calls[0], "FillRect(0,0,401,301,123456)");
   EXPECT_EQ(s.calls[1], "Save");
-  Box<int32_t> data = graph.dataArea();
+  FrameRect data = graph.dataArea();
   char origin[64];
   std::snprintf(origin, sizeof origin, "Origin(%d,%d)", -(10 + data.left), -(301 - 10 - data.top));
   EXPECT_EQ(s.calls[2], origin);

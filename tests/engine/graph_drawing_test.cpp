@@ -3,6 +3,8 @@
 // their labels and the rubber band.
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <set>
 
 #include "engine/axis_painter.h"
 #include "engine/hairline_label.h"
@@ -109,10 +111,10 @@ TEST_F(GraphDrawingTest, LimitLinesNeedTheGridPassButNotGridLines) {
   Draw();
   std::vector<std::string> limit = DrawnWith("Pen(1,3,0000FF,cosmetic)");
   ASSERT_EQ(limit.size(), 2u);
-  Box<int32_t> data = graph.dataArea();
+  FrameRect data = graph.dataArea();
   int32_t height = data.top - data.bottom + 1;
   int32_t y = height - 1 - int32_t(std::lround(height * 0.5));  // counted up from the plot's bottom row
-  Box<int32_t> plot = graph.plotFrame();
+  FrameRect plot = graph.plotFrame();
   EXPECT_EQ(limit[0], "MoveTo(" + std::to_string(plot.left - data.left) + "," + std::to_string(y) + ")");
   EXPECT_EQ(limit[1], "LineTo(" + std::to_string(plot.right - data.left) + "," + std::to_string(y) + ")");
 
@@ -179,7 +181,7 @@ TEST_F(GraphDrawingTest, SplitYAxesShowTheirUnitNamesAboveTheirTops) {
   AddAxes(nullptr);
   AxisProps range = AxisRange(0.0, 10.0);
   graph.AddYAxis(2, kAxisReal, &range, VAxis::kHighSide);
-  graph.unitNames() = {Text(u"bar"), Text(u"degC"), Text(), Text()};
+  graph.SetUnitNames({Text(u"bar"), Text(u"degC"), Text(), Text()});
   auto count = [&](const std::string& ending) {
     return std::ranges::count_if(s.Calls("Text("), [&](const std::string& c) { return c.find(ending) != c.npos; });
   };
@@ -199,10 +201,10 @@ TEST_F(GraphDrawingTest, AnAxisOnAnotherStandsAtItsCrossingValue) {
   AxisProps range = AxisRange(-1.0, 1.0);
   graph.AddXAxis(2, kAxisReal, &range, VAxis::kOnAxis, 1, 25.0f);
   Draw();
-  Box<int32_t> data = graph.dataArea();
+  FrameRect data = graph.dataArea();
   int32_t height = data.top - data.bottom + 1;
   int32_t y = height - 1 - int32_t(std::lround(height * 0.25));
-  Box<int32_t> plot = graph.plotFrame();
+  FrameRect plot = graph.plotFrame();
   std::string line = "MoveTo(" + std::to_string(plot.left - data.left) + "," + std::to_string(y) + ")";
   EXPECT_LT(Index("Pen(0,2,000000,cosmetic)"), Index(line));
   EXPECT_LT(Index(line), s.calls.size());
@@ -218,7 +220,7 @@ TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
     EXPECT_EQ(HairlineLabel(axis, value, mode), label) << value << " " << mode;
 
   AddAxes(nullptr);
-  graph.xAxisHairline() = 1;  // the X axis whose values label the lines
+  graph.SetXAxisHairline(1);  // the X axis whose values label the lines
   graph.AddHairline(0, Color(0xFF0000), 1);
   graph.AddHairline(50, Color(0x00FF00), 1);
   graph.AddHairline(100, Color(0x0000FF), 1);
@@ -235,9 +237,104 @@ TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
   EXPECT_EQ(Index("TextColor(FF0000)"), s.calls.size()) << "no hairlines on a printer";
 }
 
+// Rows drawn with `pen`: the y of each horizontal line (MoveTo then LineTo
+// on one row), and of each vertex of other lines.
+std::set<int> RowsOf(const std::vector<std::string>& lines) {
+  std::set<int> rows;
+  for (const std::string& line : lines) {
+    int x, y;
+    if (std::sscanf(line.c_str(), "%*[A-Za-z](%d,%d)", &x, &y) == 2) rows.insert(y);
+  }
+  return rows;
+}
+
+// Grid lines, limit lines, curve vertices, markers and bar tops of one value
+// share one row, halves of a pixel included: the Y axis spans as many units as
+// the data area has rows, so k + 0.5 lies exactly between two rows.
+TEST_F(GraphDrawingTest, EverythingDrawnAtOneValueSharesItsRow) {
+  AddAxes(nullptr);
+  Draw();
+  int32_t height = graph.dataArea().height();
+  AxisProps pixels = AxisRange(0.0, double(height));
+  pixels.gridMode = Text(u"ANNOTATION");
+  graph.SetYAxisProperties(1, pixels);
+  graph.SetGridProps(0x00FF00, {0, 1, 1});
+  std::vector<double> values = {0, 20.5, 40, 61.5, 100.5, double(height) - 0.5};
+  for (size_t i = 0; i < values.size(); ++i)
+    graph.AddLimitValue(1, values[i], Color(0x0000FF), Text(u"SOLID"), 1);
+  DatasetProps line{.markerShape = u"BOX", .lineColor = 0xFF0000, .markerColor = 0xFF00FF};
+  graph.AddDataset(1, kPlot, 1, 1, &line);
+  std::vector<double> xs = {10, 20, 30, 40, 50, 60};
+  std::vector<int32_t> status(values.size(), 0);
+  graph.SetDatasetValues(1, values.size(), Column(xs), Column(values), status, false);
+  Draw();
+
+  std::set<int> limits = RowsOf(DrawnWith("Pen(0,1,0000FF,cosmetic)"));
+  std::set<int> curve = RowsOf(DrawnWith("Pen(0,1,FF0000,cosmetic)"));
+  std::set<int> markers;
+  for (const std::string& box : s.Calls("FillBox(")) {
+    int l, t, r, b;
+    std::sscanf(box.c_str(), "FillBox(%d,%d,%d,%d", &l, &t, &r, &b);
+    markers.insert(t + 3);
+  }
+  // The bottom row is the minimum's: a value of 0 lies on it.
+  EXPECT_EQ(*limits.rbegin(), height - 1);
+  EXPECT_EQ(limits.size(), values.size());
+  EXPECT_EQ(curve, limits);
+  EXPECT_EQ(markers, limits);
+  std::set<int> grid = RowsOf(DrawnWith("Pen(0,1,00FF00,cosmetic)"));
+  EXPECT_TRUE(grid.count(height - 1 - 40)) << "the grid line of 40 lies on the limit line of 40";
+  EXPECT_TRUE(limits.count(height - 1 - 40));
+  // Halves go up: 20.5 is drawn on the row of 21.
+  EXPECT_TRUE(limits.count(height - 1 - 21));
+
+  // A bar reaches up to, and includes, its value's row.
+  graph.RemoveDataset(1);
+  graph.AddDataset(2, kBar, 1, 1, &line);
+  graph.SetDatasetValues(2, values.size(), Column(xs), Column(values), status, false);
+  Draw();
+  std::set<int> tops;
+  for (const std::string& bar : s.Calls("FillRect(")) {
+    int l, t, r, b;
+    unsigned c;
+    std::sscanf(bar.c_str(), "FillRect(%d,%d,%d,%d,%X", &l, &t, &r, &b, &c);
+    if (c == 0xFF0000 && t < b) tops.insert(t);
+  }
+  // Bars are sampled, so not every point is a bar.
+  EXPECT_GE(tops.size(), 3u);
+  for (int top : tops) EXPECT_TRUE(limits.count(top)) << top;
+}
+
+// A hairline's position is a fraction of the visible plot frame: zoomed or
+// not, it is drawn where it is grabbed and where its crossings are read.
+TEST_F(GraphDrawingTest, HairlinesStayOnTheirFractionOfTheVisibleFrame) {
+  AddAxes(nullptr);
+  DatasetProps line{.lineColor = 0xFF0000};
+  graph.AddDataset(1, kPlot, 1, 1, &line);
+  std::vector<double> xs = {0, 100};
+  std::vector<int32_t> status = {0, 0};
+  graph.SetDatasetValues(1, 2, Column(xs), Column(xs), status, false);
+  graph.AddHairline(25, Color(0x00FF00), 1);
+  graph.AddHairline(50, Color(0x0000FF), 1);
+  for (Fractions zoom : {Fractions{}, Fractions{.left = 0.25f, .right = 0.75f, .bottom = 0, .top = 1},
+                         Fractions{.left = 0.5f, .right = 0.6f, .bottom = 0.2f, .top = 0.3f}}) {
+    graph.SetZoomRect(zoom);
+    Draw();
+    const FrameRect& plot = graph.plotFrame();
+    int32_t left = graph.margins().left + plot.left;
+    for (size_t i = 0; i < 2; ++i) {
+      int32_t x = left + int32_t(std::lround(graph.hairlines()[i].position * plot.width()));
+      std::vector<std::string> drawn = DrawnWith(i == 0 ? "Pen(0,1,00FF00,cosmetic)" : "Pen(0,1,0000FF,cosmetic)");
+      ASSERT_EQ(drawn.size(), 2u) << zoom.left;
+      EXPECT_EQ(drawn[0].rfind("MoveTo(" + std::to_string(x) + ",", 0), 0u) << drawn[0] << " " << zoom.left;
+      EXPECT_EQ(graph.HairlineColumn(graph.hairlines()[i], 0), x);
+    }
+  }
+}
+
 TEST_F(GraphDrawingTest, TheBandIsADottedXorFrame) {
   AddAxes(nullptr);
-  graph.band() = {0.25f, 0.75f, 0.25f, 0.75f};
+  graph.SetBand({.bandX0 = 0.25f, .bandX1 = 0.75f, .bandY0 = 0.25f, .bandY1 = 0.75f});
   Draw();
   size_t xor_ = Index("Xor");
   ASSERT_LT(xor_, s.calls.size());

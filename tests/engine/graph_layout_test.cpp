@@ -18,9 +18,9 @@ class GraphLayoutTest : public EngineTest {
     AxisProps unit = AxisRange(0.0, 1.0);  // labels "0.000" and "1.000": 35 pixels wide
     graph.AddYAxis(id, kAxisReal, &unit, side);
   }
-  Box<int32_t> Plot() const { return graph.plotFrame(); }
+  FrameRect Plot() const { return graph.plotFrame(); }
   // left, bottom, right, top
-  static std::array<int32_t, 4> Edges(const Box<int32_t>& b) { return {b.left, b.bottom, b.right, b.top}; }
+  static std::array<int32_t, 4> Edges(const FrameRect& b) { return {b.left, b.bottom, b.right, b.top}; }
 };
 
 TEST_F(GraphLayoutTest, AxesTakeTheirRoomInsideTheMargins) {
@@ -64,7 +64,7 @@ TEST_F(GraphLayoutTest, SplitYAxesTakeRoomAndFurtherOnesStandTenPixelsApart) {
 TEST_F(GraphLayoutTest, UnitNamesWiderThanTheLabelsWidenTheirAxis) {
   AddY(1);
   Process().splitYAxis = {1, 0, 0};
-  graph.unitNames() = {u"degrees Celsius", u"", u"", u""};
+  graph.SetUnitNames({u"degrees Celsius", u"", u"", u""});
   graph.UpdateLayoutAndRepaint();
   EXPECT_EQ(graph.YAxis(1).thickness(), 4 + 35 + 6 + (7 * 15 - 35));
 }
@@ -72,9 +72,9 @@ TEST_F(GraphLayoutTest, UnitNamesWiderThanTheLabelsWidenTheirAxis) {
 TEST_F(GraphLayoutTest, TheZoomRectangleScalesTheDataArea) {
   AddY(1);
   graph.AddXAxis(1, kAxisReal, nullptr);
-  graph.zoomRect() = {0.5f, 1.0f, 1.0f, 0.0f};
+  graph.SetZoomRect({.left = 0.5f, .right = 1, .bottom = 0, .top = 1});
   graph.UpdateLayoutAndRepaint();
-  Box<int32_t> plot = Plot(), data = graph.dataArea();
+  FrameRect plot = Plot(), data = graph.dataArea();
   int32_t width = plot.right - plot.left + 1;
   EXPECT_EQ(std::tuple(data.left, data.right, data.top - data.bottom),
             std::tuple(plot.left - width, plot.right, plot.top - plot.bottom));
@@ -85,19 +85,19 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
   graph.AddXAxis(1, kAxisReal, nullptr);
   graph.AddDataset(1, kPlot, 1, 1, nullptr);
   graph.UpdateLayoutAndRepaint();
-  Box<int32_t> without = Plot();
+  FrameRect without = Plot();
   graph.EnableLegend(true);
   RecordingSurface measuring;
   // Each side gives up the measured room; BOTTOM, and any unknown position, at the bottom.
   const int32_t positions[] = {VLegend::kRight, VLegend::kLeft, VLegend::kTop, VLegend::kBottom, 7};
   for (int32_t position : positions) {
-    graph.legendPosition() = position;
+    graph.SetLegendPosition(position);
     graph.UpdateLayoutAndRepaint();
     bool side = position == VLegend::kRight || position == VLegend::kLeft;
     int32_t room = graph.legend()->Measure(measuring, position == 7 ? VLegend::kBottom : position,
                                            side ? 301 : 401, 1.0);
     ASSERT_GT(room, 0);
-    Box<int32_t> expected = without;
+    FrameRect expected = without;
     Rect legend{0, 0, 400, 300};
     if (position == VLegend::kRight) expected.right -= room, legend.left = 400 - room;
     else if (position == VLegend::kLeft) expected.left += room, legend.right = room;

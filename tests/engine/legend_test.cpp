@@ -39,7 +39,7 @@ TEST_F(LegendTest, SideEntriesTakeARowEachAndShowLineMarkerAndTitle) {
   EXPECT_EQ(surface.Calls("MoveTo(310"), (Calls{"MoveTo(310,20)", "MoveTo(310,46)"}));
   EXPECT_EQ(surface.Calls("LineTo(342"), (Calls{"LineTo(342,20)", "LineTo(342,46)"}));
   EXPECT_EQ(surface.Calls("FillBox"),
-            (Calls{"FillBox(323,18,329,24,00FF00)", "FillBox(323,44,329,50,00FF00)"}));
+            (Calls{"FillBox(323,18,330,25,00FF00)", "FillBox(323,44,330,51,00FF00)"}));
   EXPECT_EQ(surface.Calls("Text("), (Calls{"Text(352,14,flow)", "Text(352,40,level)"}));
   EXPECT_EQ(surface.Calls("TextColor"), (Calls{"TextColor(112233)", "TextColor(112233)"}));
   EXPECT_EQ(surface.Calls("Pen(0,1,0000FF"), (Calls{"Pen(0,1,0000FF,cosmetic)", "Pen(0,1,0000FF,cosmetic)"}));
@@ -73,7 +73,7 @@ TEST_F(LegendTest, BarsShowNoMarkerAndOtherCurvesTheirShape) {
   Add(u"dot", kArea, u"DOT");
   Add(u"tri", kPlot, u"TRIANGLE");
   Draw(VLegend::kRight, {0, 0, 200, 300});
-  EXPECT_EQ(surface.Calls("Fill"), (Calls{"FillEllipse(23,96,29,102,00FF00)", "FillPolygon(3,00FF00)"}));
+  EXPECT_EQ(surface.Calls("Fill"), (Calls{"FillEllipse(23,96,30,103,00FF00)", "FillPolygon(3,00FF00)"}));
   EXPECT_EQ(surface.Calls("MoveTo(10").size(), 5u);
 }
 
@@ -105,7 +105,7 @@ TEST_F(LegendTest, OnARasterPrinterEverythingScales) {
   EXPECT_EQ(surface.Calls("Font"), (Calls{"Font(" + std::to_string(height * 2) + ",0)"}));
   EXPECT_EQ(surface.Calls("MoveTo(20"), (Calls{"MoveTo(20,27)"}));
   EXPECT_EQ(surface.Calls("LineTo(84"), (Calls{"LineTo(84,27)"}));
-  EXPECT_EQ(surface.Calls("FillBox"), (Calls{"FillBox(47,23,57,33,00FF00)"}));
+  EXPECT_EQ(surface.Calls("FillBox"), (Calls{"FillBox(47,23,58,34,00FF00)"}));
   EXPECT_EQ(surface.Calls("Text("), (Calls{"Text(104,21,flow)"}));
   // The printer's scale means nothing on a display.
   surface.technology = kRasterDisplay;

@@ -183,7 +183,7 @@ TEST_F(VGraphTest, ScrollBarsShowThePlotFrameWithinTheDataArea) {
 
   // The middle half both ways: the frame (401 by 281 pixels) lies a quarter
   // into a data area twice its size.
-  graph.zoomRect() = {0.25f, 0.75f, 0.75f, 0.25f};
+  graph.SetZoomRect({.left = 0.25f, .right = 0.75f, .bottom = 0.25f, .top = 0.75f});
   graph.SetScrollbars(-1, 5);
   graph.UpdateLayoutAndRepaint();
   EXPECT_EQ(window.horizontal.back(), (ScrollBarState{801, 401, 201}));
@@ -229,7 +229,7 @@ TEST_F(VGraphTest, ValuesReachTheDatasetAndLayoutComputesAxisSteps) {
   graph.SetDatasetValues(1, 3, Column(xs), Column(xs), status, false);
   EXPECT_EQ(graph.Dataset(1).count(), 3u);
   EXPECT_EQ(graph.XAxis(1).annotationStep(), 10.0f);
-  graph.zoomRect() = {0.0f, 0.5f, 0.5f, 0.0f};
+  graph.SetZoomRect({.left = 0, .right = 0.5f, .bottom = 0, .top = 0.5f});
   graph.ClearDataset(1);
   EXPECT_EQ(graph.XAxis(1).annotationStep(), 5.0f);
   EXPECT_EQ(graph.Dataset(1).count(), 0u);

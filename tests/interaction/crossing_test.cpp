@@ -87,7 +87,7 @@ class GraphInteractionTest : public EngineTest {
     EngineTest::SetUp();
     window_.client = {0, 0, 99, 99};
     window_.allowPlainInvalidate = true;
-    graph_.margins() = {0, 0, 0, 0};
+    graph_.SetMargins({.left = 0, .right = 0, .bottom = 0, .top = 0});
     graph_.UpdateLayoutAndRepaint();
   }
   FakeWindow window_;
@@ -95,7 +95,7 @@ class GraphInteractionTest : public EngineTest {
 };
 
 TEST_F(GraphInteractionTest, ScrollRequestsClampToTheDataArea) {
-  graph_.zoomRect() = {0.25f, 1, 0.75f, 0};  // data area 200 wide at -50
+  graph_.SetZoomRect({.left = 0.25f, .right = 0.75f, .bottom = 0, .top = 1});  // data area 200 wide at -50
   graph_.UpdateLayoutAndRepaint();
   Scroll(graph_, &window_, false, kScrollLineOn, 0);
   EXPECT_EQ(graph_.dataArea().left, -60);
@@ -117,7 +117,7 @@ TEST_F(GraphInteractionTest, ScrollRequestsClampToTheDataArea) {
 }
 
 TEST_F(GraphInteractionTest, VerticalScrollMovesTheBottomFraction) {
-  graph_.zoomRect() = {0, 0.5f, 1, 0};  // the lower half
+  graph_.SetZoomRect({.left = 0, .right = 1, .bottom = 0, .top = 0.5f});  // the lower half
   graph_.UpdateLayoutAndRepaint();
   EXPECT_EQ(graph_.dataArea().top - graph_.plotFrame().top, 100);
   Scroll(graph_, &window_, true, kScrollToStart, 0);
@@ -133,7 +133,7 @@ TEST_F(GraphInteractionTest, ArrowSnapMovesTheFirstAndReportsTheLast) {
   graph_.AddYAxis(1, kAxisReal, &range);
   graph_.AddDataset(0, kPlot, 1, 1, nullptr);
   graph_.AddDataset(5, kPlot, 1, 1, nullptr);
-  graph_.margins() = {0, 0, 0, 0};
+  graph_.SetMargins({.left = 0, .right = 0, .bottom = 0, .top = 0});
   graph_.UpdateLayoutAndRepaint();
   std::vector<float> xs{20, 60}, ys{1, 1};
   std::vector<int32_t> status{0, 0};
@@ -142,8 +142,8 @@ TEST_F(GraphInteractionTest, ArrowSnapMovesTheFirstAndReportsTheLast) {
   graph_.SetDatasetValues(5, 1, Column(nearer), Column(ys), status, false);
   int32_t first = *graph_.AddHairline(30, 0, 1), last = *graph_.AddHairline(90, 0, 1);
 
-  const Box<int32_t>& f = graph_.plotFrame();
-  const Box<int32_t>& d = graph_.dataArea();
+  const FrameRect& f = graph_.plotFrame();
+  const FrameRect& d = graph_.dataArea();
   int32_t width = d.right - d.left + 1;
   auto pixelOf = [&](double value) { return int32_t(std::lround(value * width / 100)); };
   EXPECT_EQ(SnapHairline(graph_, &window_, true, 4), last) << "dataset 5 lies beyond the bound";
@@ -179,7 +179,7 @@ TEST_F(GraphInteractionTest, SelectionFindsPointsAndZoomChecksItsRectangle) {
   EXPECT_FLOAT_EQ(graph_.zoomRect().left, 0.4f) << "a band without width changes nothing";
   for (float bad : {std::nanf(""), 1.5f, 0.05f}) {
     try {
-      ApplyZoomRect(graph_, {0.1f, bad, 0.9f, 0.1f});
+      graph_.SetZoomRect({.left = 0.1f, .right = 0.9f, .bottom = 0.1f, .top = bad});
       ADD_FAILURE() << bad;
     } catch (const GraphError& e) {
       EXPECT_EQ(e.messageId, 113);

@@ -121,7 +121,7 @@ TEST_F(HighlightTest, WithoutAWindowNoTimerIsAsked) {
 TEST_F(HighlightTest, ShowHairlineHereDividesByTheFrameWidthLessTwo) {
   EXPECT_FALSE(PlaceLastHairline(graph_, &window_, 100));
   window_.client = {0, 0, 399, 299};
-  graph_.margins() = {0, 0, 0, 0};
+  graph_.SetMargins({.left = 0, .right = 0, .bottom = 0, .top = 0});
   graph_.RemoveDataset(7);
   graph_.RemoveDataset(3);
   graph_.RemoveDataset(9);

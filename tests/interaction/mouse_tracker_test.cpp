@@ -15,7 +15,7 @@ class MouseTrackerTest : public EngineTest {
     EngineTest::SetUp();
     window_.client = {0, 0, 399, 299};
     window_.allowPlainInvalidate = true;
-    graph_.margins() = {0, 0, 0, 0};
+    graph_.SetMargins({.left = 0, .right = 0, .bottom = 0, .top = 0});
     graph_.UpdateLayoutAndRepaint();
   }
   Reaction Drag(Point from, Point to) {
@@ -32,7 +32,7 @@ class MouseTrackerTest : public EngineTest {
 
 TEST_F(MouseTrackerTest, SelectAndZoomReleaseAtTheirOwnThresholds) {
   // 2 pixels of 400 is a band 0.005 wide.
-  graph_.mouseMode() = kModeSelect;
+  graph_.SetMouseMode(MouseMode::kSelect);
   Reaction selected = Drag({100, 199}, {102, 99});
   ASSERT_EQ(selected.events.size(), 1u);
   EXPECT_EQ(std::get<AreaSelected>(selected.events[0]), (AreaSelected{0.25f, 0.255f, 1 / 3.f, 2 / 3.f}));
@@ -40,7 +40,7 @@ TEST_F(MouseTrackerTest, SelectAndZoomReleaseAtTheirOwnThresholds) {
   EXPECT_TRUE(graph_.band().empty());
   EXPECT_FLOAT_EQ(graph_.selection().bandX1, 0.255f);
 
-  graph_.mouseMode() = kModeZoom;
+  graph_.SetMouseMode(MouseMode::kZoom);
   EXPECT_TRUE(Drag({100, 199}, {102, 99}).events.empty());
   EXPECT_TRUE(graph_.band().empty());
   Reaction zoomed = Drag({100, 199}, {200, 99});
@@ -54,23 +54,23 @@ TEST_F(MouseTrackerTest, SelectAndZoomReleaseAtTheirOwnThresholds) {
   // A mode change keeps the drag, but outside SELECT and ZOOM a band
   // selects nothing when released.
   tracker_.MouseMove(surface_, {200, 200}, {});
-  graph_.mouseMode() = kModePan;
+  graph_.SetMouseMode(MouseMode::kPan);
   EXPECT_TRUE(tracker_.ButtonUp(surface_, {200, 200}, {}).events.empty());
   EXPECT_TRUE(graph_.band().empty());
 }
 
 TEST_F(MouseTrackerTest, PlainClickSelectsLegendByPixelColour) {
   surface_.background = 0x123456;
-  for (int32_t mode : {kModeSelect, kModeZoom, kModePan}) {
-    graph_.mouseMode() = mode;
+  for (MouseMode mode : {MouseMode::kSelect, MouseMode::kZoom, MouseMode::kPan}) {
+    graph_.SetMouseMode(mode);
     Reaction r = Drag({50, 60}, {50, 60});
-    ASSERT_EQ(r.events.size(), 1u) << mode;
+    ASSERT_EQ(r.events.size(), 1u) << int(mode);
     EXPECT_EQ(std::get<SelectLegendFromGraph>(r.events[0]), (SelectLegendFromGraph{50, 60, 0x123456, 0}));
     EXPECT_TRUE(r.releaseCapture);
   }
   // The click is reported where the engine last saw the mouse, not where an
   // unannounced release lands.
-  graph_.mouseMode() = kModeSelect;
+  graph_.SetMouseMode(MouseMode::kSelect);
   tracker_.ButtonDown(surface_, {50, 60}, {});
   Reaction r = tracker_.ButtonUp(surface_, {53, 60}, {});
   EXPECT_EQ(r.events, std::vector<InteractionEvent>{(SelectLegendFromGraph{50, 60, 0x123456, 0})});
@@ -78,7 +78,7 @@ TEST_F(MouseTrackerTest, PlainClickSelectsLegendByPixelColour) {
 
 TEST_F(MouseTrackerTest, PressOutsideThePlotStartsNothingButCaptures) {
   tracker_.ButtonDown(surface_, {-5, 50}, {});
-  EXPECT_EQ(tracker_.dragState(), kIdle);
+  EXPECT_EQ(tracker_.dragState(), DragState::kIdle);
   EXPECT_TRUE(window_.captured);
   Reaction up = tracker_.ButtonUp(surface_, {-5, 50}, {});
   EXPECT_TRUE(up.events.empty());
@@ -93,7 +93,7 @@ TEST_F(MouseTrackerTest, DraggedHairlineLandsWhereTheGhostWas) {
   EXPECT_EQ(tracker_.CursorAt({197, 100}), CursorShape::kArrow);
 
   tracker_.ButtonDown(surface_, {202, 100}, {});
-  EXPECT_EQ(tracker_.dragState(), kDraggingHairline);
+  EXPECT_EQ(tracker_.dragState(), DragState::kDraggingHairline);
   tracker_.MouseMove(surface_, {300, 100}, {});
   Reaction r = tracker_.ButtonUp(surface_, {300, 100}, {});
   EXPECT_EQ(r.events, std::vector<InteractionEvent>{HairlineMoved{id}});
@@ -103,11 +103,22 @@ TEST_F(MouseTrackerTest, DraggedHairlineLandsWhereTheGhostWas) {
   EXPECT_EQ(window_.invalidatedAreas[0], (Rect{0, 0, 400, 300}));
 }
 
+TEST_F(MouseTrackerTest, ADraggedHairlineRepaintsTheRowsOfItsValueLabels) {
+  graph_.SetMargins({.left = 10, .right = 10, .bottom = 20, .top = 15});
+  graph_.AddHairline(50, 0x0000FF, 1);
+  Drag({10 + 200, 100}, {10 + 300, 100});
+  // The plot (without Y axes the side margins are not applied), and the
+  // rows above and below it where the labels stand.
+  EXPECT_EQ(window_.invalidatedAreas,
+            (std::vector<Rect>{{10, 15, 410, 280}, {0, 0, 399, 15}, {0, 280, 399, 299}}));
+  EXPECT_FLOAT_EQ(graph_.hairlines()[0].position, 0.75f);
+}
+
 TEST_F(MouseTrackerTest, EscapeErasesAndOnlyWhenDragging) {
   tracker_.ButtonDown(surface_, {100, 100}, {});
   tracker_.MouseMove(surface_, {150, 150}, {});
   EXPECT_TRUE(tracker_.Cancel(surface_).handled);
-  EXPECT_EQ(tracker_.dragState(), kIdle);
+  EXPECT_EQ(tracker_.dragState(), DragState::kIdle);
   EXPECT_TRUE(graph_.band().empty());
   EXPECT_EQ(surface_.Calls("Polyline").size(), 3u) << "drawn, redrawn on the move, erased";
   EXPECT_FALSE(tracker_.Cancel(surface_).handled);
@@ -115,15 +126,15 @@ TEST_F(MouseTrackerTest, EscapeErasesAndOnlyWhenDragging) {
 
 TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
   graph_.EnableLegend(true);
-  graph_.legendPosition() = 1;
+  graph_.SetLegendPosition(1);
   EXPECT_EQ(tracker_.CursorAt({395, 100}), CursorShape::kSizeWE);
-  graph_.legendPosition() = 0;
+  graph_.SetLegendPosition(0);
   EXPECT_EQ(tracker_.CursorAt({100, 295}), CursorShape::kSizeNS);
-  graph_.legendPosition() = 1;
+  graph_.SetLegendPosition(1);
 
   tracker_.MouseMove(surface_, {120, 130}, {});
   tracker_.ButtonDown(surface_, {394, 100}, {500, 40});
-  EXPECT_EQ(tracker_.dragState(), kDraggingBorder);
+  EXPECT_EQ(tracker_.dragState(), DragState::kDraggingBorder);
   EXPECT_TRUE(tracker_.MouseMove(surface_, {395, 150}, {501, 90}).events.empty()) << "only x is watched";
   Reaction moved = tracker_.MouseMove(surface_, {396, 150}, {502, 90});
   EXPECT_EQ(moved.events, (std::vector<InteractionEvent>{GraphAreaMoved{502, 90}}));
@@ -136,26 +147,26 @@ TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
   EXPECT_EQ(tracker_.mouseX(), 120);
 
   // Above the graph y is watched; a release two pixels on finishes there.
-  graph_.legendPosition() = 2;
+  graph_.SetLegendPosition(2);
   tracker_.ButtonDown(surface_, {100, 1}, {500, 40});
   EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {540, 41}).events.empty());
   EXPECT_EQ(tracker_.ButtonUp(surface_, {}, {540, 38}).events,
             (std::vector<InteractionEvent>{GraphAreaMoved{540, 38}}));
-  EXPECT_EQ(tracker_.dragState(), kIdle);
+  EXPECT_EQ(tracker_.dragState(), DragState::kIdle);
   EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {600, 90}).events.empty());
 
   // Without a legend the band still takes the press, but reports nothing.
   graph_.EnableLegend(false);
-  graph_.legendPosition() = 0;
+  graph_.SetLegendPosition(0);
   tracker_.ButtonDown(surface_, {100, 297}, {500, 40});
-  EXPECT_EQ(tracker_.dragState(), kDraggingBorder);
+  EXPECT_EQ(tracker_.dragState(), DragState::kDraggingBorder);
   EXPECT_TRUE(tracker_.MouseMove(surface_, {100, 250}, {500, 0}).events.empty());
   EXPECT_TRUE(tracker_.ButtonUp(surface_, {100, 250}, {500, 0}).events.empty());
 }
 
 TEST_F(MouseTrackerTest, PanKeepsThePressedPointUnderTheCursor) {
-  graph_.mouseMode() = kModePan;
-  graph_.zoomRect() = {0.25f, 1, 0.75f, 0};  // half the width, all the height
+  graph_.SetMouseMode(MouseMode::kPan);
+  graph_.SetZoomRect({.left = 0.25f, .right = 0.75f, .bottom = 0, .top = 1});  // half the width, all the height
   graph_.UpdateLayoutAndRepaint();
   EXPECT_EQ(graph_.dataArea().left, -200);
   EXPECT_EQ(tracker_.CursorAt({100, 100}), CursorShape::kHand);

@@ -43,7 +43,7 @@ TEST(DrawingPixels, ACurveCrossesThePlotInItsColour) {
   graph.SetDatasetValues(1, 2, ValueColumn(std::span<const double>(xs)),
                          ValueColumn(std::span<const double>(ys)), status, false);
   Render(graph, canvas);
-  const Box<int32_t>& plot = graph.plotFrame();
+  const FrameRect& plot = graph.plotFrame();
   int x = 10 + (plot.left + plot.right) / 2;
   int red = 0;
   for (int y = 0; y < canvas.height(); ++y) red += canvas.Pixel(x, y) == RGB(255, 0, 0);
@@ -56,7 +56,7 @@ TEST(DrawingPixels, AHairlineColoursItsColumnAndLabelsItBelowThePlot) {
   graph.AddHairline(50, Color(RGB(0, 0, 255)), 1);
   graph.xAxisHairline() = 1;
   Render(graph, canvas);
-  const Box<int32_t>& plot = graph.plotFrame();
+  const FrameRect& plot = graph.plotFrame();
   int fullWidth = graph.dataArea().right - graph.dataArea().left + 1;
   int x = int(std::lround(0.5 * fullWidth)) + 10 + plot.left;
   int top = 10 + (200 - 20 - plot.top), bottom = 190 - plot.bottom;  // device rows of the plot
