@@ -135,18 +135,20 @@ bool Reduces(Reduction reduction, size_t count, CurveArea area) {
 
 }  // namespace
 
-// A marker is 2r + 1 pixels across, centred on its point: regions leave out
-// their right and bottom edges, so boxes reach one pixel past x + r, y + r.
+// A marker is 2r + 1 pixels across, centred on its point. Regions leave out
+// their right and bottom edges, so a box reaches one pixel past x + r and
+// y + r; an ellipse's region loses one more pixel there, and a polygon's
+// fill takes the pixels left of its left corner.
 Region MarkerRegion(Point at, int shape, int penWidth) {
   int32_t r = penWidth == 1 ? 3 : (penWidth * 5) / 2;
   int32_t x = at.x, y = at.y;
   switch (shape) {
-    case kMarkerDot: return Ellipse{{x - r, y - r, x + r + 1, y + r + 1}};
+    case kMarkerDot: return Ellipse{{x - r, y - r, x + r + 2, y + r + 2}};
     case kMarkerBox: return Rect{x - r, y - r, x + r + 1, y + r + 1};
     case kMarkerTriangle:
       return Polygon{{{x, y - r - 1}, {x + r + 1, y + r + 1}, {x - r - 1, y + r + 1}}, FillMode::kWinding};
     case kMarkerDiamond:
-      return Polygon{{{x, y - r - 1}, {x + r + 1, y}, {x, y + r + 1}, {x - r - 1, y}}, FillMode::kWinding};
+      return Polygon{{{x, y - r - 1}, {x + r + 1, y}, {x, y + r + 1}, {x - r, y}}, FillMode::kWinding};
     default: return Ellipse{{x, y, x, y}};
   }
 }

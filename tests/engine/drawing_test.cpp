@@ -34,7 +34,7 @@ TEST_F(DrawingTest, CurvePensAreCosmeticBelowWidthTwo) {
 // Regions leave out their right and bottom edges: a marker 2r + 1 pixels
 // across reaches one past x + r and y + r.
 TEST_F(DrawingTest, MarkersGrowWithThePenAndTakeTheirShape) {
-  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerDot, 1), Region(Ellipse{{7, 7, 14, 14}}));
+  EXPECT_EQ(MarkerRegion({10, 10}, kMarkerDot, 1), Region(Ellipse{{7, 7, 15, 15}}));
   EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 2), Region(Rect{5, 5, 16, 16}));
   EXPECT_EQ(MarkerRegion({10, 10}, kMarkerBox, 4), Region(Rect{0, 0, 21, 21}));
   Polygon triangle{{{10, 6}, {14, 14}, {6, 14}}, FillMode::kWinding};

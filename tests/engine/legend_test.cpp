@@ -73,7 +73,7 @@ TEST_F(LegendTest, BarsShowNoMarkerAndOtherCurvesTheirShape) {
   Add(u"dot", kArea, u"DOT");
   Add(u"tri", kPlot, u"TRIANGLE");
   Draw(VLegend::kRight, {0, 0, 200, 300});
-  EXPECT_EQ(surface.Calls("Fill"), (Calls{"FillEllipse(23,96,30,103,00FF00)", "FillPolygon(3,00FF00)"}));
+  EXPECT_EQ(surface.Calls("Fill"), (Calls{"FillEllipse(23,96,31,104,00FF00)", "FillPolygon(3,00FF00)"}));
   EXPECT_EQ(surface.Calls("MoveTo(10").size(), 5u);
 }
 

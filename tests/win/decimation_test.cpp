@@ -126,12 +126,13 @@ TEST(Decimation, MarkersCarryTheirStatusColours) {
   // Each marker's corner, off the line; status 10 has none.
   const COLORREF expected[] = {RGB(0, 0, 200), RGB(0, 200, 0), RGB(200, 200, 0), RGB(0, 200, 200), kWhite,
                                RGB(0, 0, 200)};
+  // 50 lies on row 99 - 50 of the 100 rows.
   for (size_t i = 0; i < xs.size(); ++i) {
-    int x = int(xs[i] * 2), y = 50;
+    int x = int(xs[i] * 2), y = 49;
     EXPECT_EQ(canvas.Pixel(x - 2, y - 2), expected[i]) << "status " << status[i];
     EXPECT_EQ(canvas.Pixel(x - 5, y - 5), kWhite);
   }
-  EXPECT_EQ(canvas.Pixel(int(xs[4] * 2), 50), kLine);  // the line runs through the unmarked point
+  EXPECT_EQ(canvas.Pixel(int(xs[4] * 2), 49), kLine);  // the line runs through the unmarked point
 }
 
 }  // namespace

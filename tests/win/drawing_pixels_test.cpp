@@ -2,9 +2,12 @@
 // say the pictures come out where the rules put them.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 #include "memory_canvas.h"
+#include "engine/curve_painter.h"
+#include "engine/dataset_keywords.h"
 #include "engine/value_column.h"
 #include "util/process_state.h"
 
@@ -54,11 +57,10 @@ TEST(DrawingPixels, AHairlineColoursItsColumnAndLabelsItBelowThePlot) {
   CanvasGraph drawn;
   auto& [canvas, window, graph] = drawn;
   graph.AddHairline(50, Color(RGB(0, 0, 255)), 1);
-  graph.xAxisHairline() = 1;
+  graph.SetXAxisHairline(1);
   Render(graph, canvas);
   const FrameRect& plot = graph.plotFrame();
-  int fullWidth = graph.dataArea().right - graph.dataArea().left + 1;
-  int x = int(std::lround(0.5 * fullWidth)) + 10 + plot.left;
+  int x = int(std::lround(0.5 * plot.width())) + 10 + plot.left;
   int top = 10 + (200 - 20 - plot.top), bottom = 190 - plot.bottom;  // device rows of the plot
   int blue = 0;
   for (int y = top + 1; y < bottom; ++y) blue += canvas.Pixel(x, y) == RGB(0, 0, 255);
@@ -68,6 +70,29 @@ TEST(DrawingPixels, AHairlineColoursItsColumnAndLabelsItBelowThePlot) {
   for (int y = bottom + 1; y < 200; ++y)
     for (int dx = -30; dx <= 30; ++dx) label += canvas.Pixel(x + dx, y) == RGB(0, 0, 255);
   EXPECT_GT(label, 10) << "the value label is written in the hairline's colour";
+}
+
+// Markers are 2r + 1 pixels across and high, centred on their point, in
+// every shape: r = 3 for a pen of width 1, 5 for width 2.
+TEST(DrawingPixels, MarkersAreTwoRPlusOnePixelsAcross) {
+  for (int shape : {kMarkerDot, kMarkerBox, kMarkerTriangle, kMarkerDiamond}) {
+    for (auto [width, across] : {std::pair{1, 7}, {2, 11}}) {
+      MemoryCanvas canvas{40, 40};
+      GdiSurface surface(canvas.dc());
+      surface.FillRect({0, 0, 40, 40}, RGB(255, 255, 255));
+      surface.FillRegion(MarkerRegion({20, 20}, shape, width), RGB(0, 0, 0));
+      int left = 40, right = -1, top = 40, bottom = -1;
+      for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 40; ++x)
+          if (canvas.Pixel(x, y) == RGB(0, 0, 0)) {
+            left = std::min(left, x), right = std::max(right, x);
+            top = std::min(top, y), bottom = std::max(bottom, y);
+          }
+      int r = across / 2;
+      EXPECT_EQ((std::array{left, right, top, bottom}), (std::array{20 - r, 20 + r, 20 - r, 20 + r}))
+          << "shape " << shape << ", width " << width;
+    }
+  }
 }
 
 }  // namespace
