@@ -23,7 +23,7 @@ size_t AppendConverted(PodBuffer<T>& values, size_t n, Convert convert) {
 
 }  // namespace
 
-PointColumn::PointColumn(int axisType) : axisType_(axisType), values_(StorageFor(axisType)) {}
+PointColumn::PointColumn(int axisType) : values_(StorageFor(axisType)) {}
 
 size_t PointColumn::size() const {
   return std::visit([](const auto& v) { return v.size(); }, values_);

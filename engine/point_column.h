@@ -38,7 +38,6 @@ class PointColumn {
   void Clear();
 
  private:
-  int axisType_;
   Storage values_;
 };
 

@@ -29,14 +29,14 @@ struct ProcessState {
   // one-byte flag it raises.
   int32_t assignType = 0;
   uint8_t assignTypeSet = 0;
-  // The value mode of the drawing code (0 to 3).
+  // The value mode of the drawing code (0 to 3). No entry of the interface
+  // sets it, so it stays 0; the bar rules of the other modes are kept.
   int32_t valueMode = 0;
   // Identifier counters: ids are never reused within the process.
   int32_t nextHairlineId = 0;
   int32_t nextLimitValueId = 0;
-  // Toggles that make selected axes and highlighted curves and bars blink, and
-  // the running slot of the bar being drawn.
-  bool axisBlink = false;
+  // Toggles that make highlighted curves and bars blink, and the running
+  // slot of the bar being drawn.
   bool curveBlink = false;
   bool barBlink = false;
   int32_t runningBarIndex = 0;
