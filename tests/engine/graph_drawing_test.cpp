@@ -342,6 +342,18 @@ TEST_F(GraphDrawingTest, TheBandIsADottedXorFrame) {
   EXPECT_EQ(s.calls[xor_ - 1], "BkColor(000000)");
   EXPECT_EQ(s.calls[xor_ + 1].rfind("Polyline(", 0), 0u);
   EXPECT_EQ(s.calls[xor_ + 2], "Copy");
+
+  // A band dragged from its lower left: start corner first, then round.
+  graph.SetBand({.bandX0 = 0.1f, .bandX1 = 0.6f, .bandY0 = 0.2f, .bandY1 = 0.9f});
+  Draw();
+  const FrameRect& data = graph.dataArea();
+  int32_t left = graph.margins().left + data.left, bottom = 300 - graph.margins().bottom - data.bottom;
+  auto x = [&](double f) { return std::to_string(left + int32_t(std::lround(f * data.width()))); };
+  auto y = [&](double f) { return std::to_string(bottom - int32_t(std::lround(f * data.height()))); };
+  std::string x0 = x(0.1f), x1 = x(0.6f), y0 = y(0.2f), y1 = y(0.9f);
+  EXPECT_EQ(s.Calls("Polyline("), (std::vector<std::string>{"Polyline(" + x0 + "," + y0 + " " + x1 + "," + y0 +
+                                                             " " + x1 + "," + y1 + " " + x0 + "," + y1 + " " +
+                                                             x0 + "," + y0 + " )"}));
 }
 
 }  // namespace

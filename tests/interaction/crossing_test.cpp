@@ -186,6 +186,20 @@ TEST_F(GraphInteractionTest, SelectionFindsPointsAndZoomChecksItsRectangle) {
     }
   }
   EXPECT_FLOAT_EQ(graph_.zoomRect().left, 0.4f);
+
+  // Both ends may reach the edges of the range, but not pass them or meet.
+  const Fractions edges{.left = 0.5f, .right = 1, .bottom = 0, .top = 1};
+  graph_.SetZoomRect(edges);
+  EXPECT_EQ(graph_.zoomRect(), edges);
+  float past = std::nextafter(1.0f, 2.0f);
+  for (Fractions bad : {Fractions{.left = 0.5f, .right = past, .bottom = 0, .top = 1},
+                        Fractions{.left = -0.01f, .right = 1, .bottom = 0, .top = 1},
+                        Fractions{.left = 0.5f, .right = 0.5f, .bottom = 0, .top = 1},
+                        Fractions{.left = 0, .right = 1, .bottom = 0.3f, .top = 0.3f},
+                        Fractions{.left = 0, .right = 1, .bottom = 0.5f, .top = 0.2f}}) {
+    EXPECT_THROW(graph_.SetZoomRect(bad), GraphError);
+    EXPECT_EQ(graph_.zoomRect(), edges);
+  }
 }
 
 }  // namespace
