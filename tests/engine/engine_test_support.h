@@ -16,8 +16,19 @@
 
 namespace zel {
 
+// A window that records what it is asked, and fails the test on a kind of
+// call the test does not expect. The engine's own changes only repaint and
+// set the scroll bars; interaction also repaints parts, scrolls, captures the
+// mouse and runs timers.
 class FakeWindow : public HostWindow {
  public:
+  enum Calls : unsigned {
+    kRepaint = 1, kScrollBars = 2, kRepaintArea = 4, kScrolling = 8, kCapture = 16, kTimers = 32,
+    kEngineCalls = kRepaint | kScrollBars,
+    kAnyCall = 63,
+  };
+  unsigned expected = kEngineCalls;
+
   bool exists = true;
   ClientRect client{0, 0, 400, 300};
   int invalidations = 0;
@@ -34,23 +45,46 @@ class FakeWindow : public HostWindow {
   bool Exists() const override { return exists; }
   ClientRect ClientRectangle() const override { return client; }
   void Invalidate(bool erase) override {
+    Expect(kRepaint, "Invalidate");
     if (!allowPlainInvalidate) {
       EXPECT_TRUE(erase);
     }
     ++invalidations;
   }
   void SetScrollBar(bool isVertical, const ScrollBarState& state) override {
+    Expect(kScrollBars, "SetScrollBar");
     (isVertical ? vertical : horizontal).push_back(state);
   }
-  void InvalidateArea(const Rect& area, bool) override { invalidatedAreas.push_back(area); }
+  void InvalidateArea(const Rect& area, bool) override {
+    Expect(kRepaintArea, "InvalidateArea");
+    invalidatedAreas.push_back(area);
+  }
   void SetScrollPosition(bool isVertical, int position) override {
+    Expect(kScrolling, "SetScrollPosition");
     (isVertical ? verticalPositions : horizontalPositions).push_back(position);
   }
-  void ScrollArea(const Rect&, int dx, int dy) override { scrolls.push_back({dx, dy}); }
-  void CaptureMouse(bool capture) override { captured = capture; }
-  void SetTimer(int id, int periodMs) override { timers.push_back({id, periodMs}); }
-  void KillTimer(int id) override { timers.push_back({id, 0}); }
+  void ScrollArea(const Rect&, int dx, int dy) override {
+    Expect(kScrolling, "ScrollArea");
+    scrolls.push_back({dx, dy});
+  }
+  void CaptureMouse(bool capture) override {
+    Expect(kCapture, "CaptureMouse");
+    captured = capture;
+  }
+  void SetTimer(int id, int periodMs) override {
+    Expect(kTimers, "SetTimer");
+    timers.push_back({id, periodMs});
+  }
+  void KillTimer(int id) override {
+    Expect(kTimers, "KillTimer");
+    timers.push_back({id, 0});
+  }
   std::unique_ptr<Surface> MeasuringSurface() override { return std::make_unique<RecordingSurface>(); }
+
+ private:
+  void Expect(unsigned kind, const char* call) {
+    if (!(expected & kind)) ADD_FAILURE() << "unexpected " << call;
+  }
 };
 
 class EngineTest : public ::testing::Test {

@@ -87,6 +87,7 @@ class GraphInteractionTest : public EngineTest {
     EngineTest::SetUp();
     window_.client = {0, 0, 99, 99};
     window_.allowPlainInvalidate = true;
+    window_.expected = FakeWindow::kEngineCalls | FakeWindow::kScrolling;
     graph_.SetMargins({.left = 0, .right = 0, .bottom = 0, .top = 0});
     graph_.UpdateLayoutAndRepaint();
   }

@@ -30,7 +30,12 @@ class HighlightTest : public EngineTest {
     return limit;
   }
 
-  FakeWindow window_;
+  static FakeWindow TimedWindow() {
+    FakeWindow window;
+    window.expected = FakeWindow::kEngineCalls | FakeWindow::kTimers;
+    return window;
+  }
+  FakeWindow window_ = TimedWindow();
   VGraph graph_{&window_};
   CurveHighlight highlight_{graph_, window_};
 };
