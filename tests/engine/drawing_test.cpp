@@ -233,6 +233,20 @@ TEST_F(DrawingTest, XLabelsLeaveOutTheLeftEdgeTheTestTextAndRepeats) {
   EXPECT_EQ(s.Calls("LineTo").size(), 1u + 4u);
 }
 
+// An X label is drawn only 3 pixels or more after the previous drawn one:
+// labels 98 pixels wide, one category (`pitch` pixels) apart.
+TEST_F(DrawingTest, XLabelsKeepThreePixelsFromTheLastDrawnOne) {
+  AxisProps range = AxisRange(int32_t(0), int32_t(4));
+  VAxis axis(false, kAxisDiscrete, &range);
+  for (char16_t c : {u'a', u'b', u'c', u'd', u'e'}) axis.categoryLabels().push_back(Text(14, c));
+  axis.UpdateSteps(1);
+  for (auto [pitch, drawn] : {std::pair{101, 4u}, {100, 2u}}) {
+    RecordingSurface s;
+    DrawAxis(s, axis, {100, 0, 4 * pitch, 0, 4 * pitch, 0, false}, 0);
+    EXPECT_EQ(s.Calls("Text(").size(), drawn) << "gap " << pitch - 98;
+  }
+}
+
 TEST_F(DrawingTest, YLabelsNeedRoomAboveAndBelowAndTheAxisCarriesAnArrowhead) {
   y_.UpdateSteps(1);
   RecordingSurface s;

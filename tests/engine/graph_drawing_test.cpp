@@ -46,6 +46,16 @@ class GraphDrawingTest : public EngineTest {
   }
 };
 
+// The rows of recorded MoveTo and LineTo calls.
+std::set<int> RowsOf(const std::vector<std::string>& lines) {
+  std::set<int> rows;
+  for (const std::string& line : lines) {
+    int x, y;
+    if (std::sscanf(line.c_str(), "%*[A-Za-z](%d,%d)", &x, &y) == 2) rows.insert(y);
+  }
+  return rows;
+}
+
 TEST_F(GraphDrawingTest, TheThirdGridWordChoosesWhichAxesDrawGrids) {
   AddAxes();
   // {third word, vertical lines, horizontal lines}
@@ -121,6 +131,31 @@ TEST_F(GraphDrawingTest, LimitLinesNeedTheGridPassButNotGridLines) {
   graph.SetPrinting(true, 2.0);  // printed twice as wide
   Draw();
   EXPECT_EQ(DrawnWith("Pen(1,6,0000FF,cosmetic)").size(), 2u);
+}
+
+// With split Y axes the bands share one grid, the first axis's, while every
+// shown axis draws its limit lines; a fourth split flag off hides Y4's.
+TEST_F(GraphDrawingTest, SplitYAxesShareOneGridButEachDrawsItsLimitLines) {
+  AddAxes();
+  AxisProps wide = AxisRange(0.0, 1000.0);
+  wide.gridMode = Text(u"ANNOTATION");
+  for (int32_t id : {2, 3, 4}) graph.AddYAxis(id, kAxisReal, &wide);
+  Process().splitYAxis = {true, true, false};
+  graph.SetGridProps(0x00FF00, {0, 1, 1});
+  const Color colors[] = {0x000001, 0x000002, 0x000003, 0x000004};
+  for (int32_t id = 1; id <= 4; ++id) graph.AddLimitValue(id, Value(50.0), colors[id - 1], Text(u"SOLID"), 1);
+  Draw();
+  std::set<int> gridRows = RowsOf(DrawnWith("Pen(0,1,00FF00,cosmetic)"));
+  // Y1 (0..100) has a line every 10 or 20 units; Y2's 0..1000 would put 50 on
+  // a row of its own, which the grid must not have.
+  int32_t height = graph.dataArea().height();
+  EXPECT_TRUE(gridRows.count(height - 1 - int32_t(std::lround(height * 0.2))));
+  EXPECT_FALSE(gridRows.count(height - 1 - int32_t(std::lround(height * 0.05))));
+  for (int32_t id = 1; id <= 4; ++id) {
+    char pen[32];
+    std::snprintf(pen, sizeof pen, "Pen(0,1,%06X,cosmetic)", colors[id - 1]);
+    EXPECT_EQ(DrawnWith(pen).size(), id == 4 ? 0u : 2u) << "Y" << id;
+  }
 }
 
 TEST_F(GraphDrawingTest, MinorTicksFallBetweenAnnotations) {
@@ -237,16 +272,6 @@ TEST_F(GraphDrawingTest, HairlineLabelsRoundUpAndAlignAtTheEdges) {
   EXPECT_EQ(Index("TextColor(FF0000)"), s.calls.size()) << "no hairlines on a printer";
 }
 
-// Rows drawn with `pen`: the y of each horizontal line (MoveTo then LineTo
-// on one row), and of each vertex of other lines.
-std::set<int> RowsOf(const std::vector<std::string>& lines) {
-  std::set<int> rows;
-  for (const std::string& line : lines) {
-    int x, y;
-    if (std::sscanf(line.c_str(), "%*[A-Za-z](%d,%d)", &x, &y) == 2) rows.insert(y);
-  }
-  return rows;
-}
 
 // Grid lines, limit lines, curve vertices, markers and bar tops of one value
 // share one row, halves of a pixel included: the Y axis spans as many units as

@@ -111,5 +111,25 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
   EXPECT_EQ(Plot().right, without.right);
 }
 
+// A legend that would need more than the client keeps to the client: the
+// plot shrinks to nothing but its frame stays ordered and finite.
+TEST_F(GraphLayoutTest, AnOversizedLegendTakesAtMostTheClient) {
+  AddY(1);
+  graph.AddXAxis(1, kAxisReal, nullptr);
+  DatasetProps named{.title = Text(200, u'w')};  // 1400 pixels of title
+  graph.AddDataset(1, kPlot, 1, 1, &named);
+  graph.EnableLegend(true);
+  for (int32_t position : {VLegend::kRight, VLegend::kLeft}) {
+    graph.SetLegendPosition(position);
+    graph.UpdateLayoutAndRepaint();
+    const Rect& legend = graph.legend()->rect;
+    EXPECT_EQ(legend.right - legend.left, 400) << position;
+    EXPECT_GE(legend.left, 0);
+    EXPECT_LE(legend.right, 400);
+    EXPECT_LT(Plot().right - Plot().left, 0) << "no room is left for the plot";
+    EXPECT_GT(graph.dataArea().width(), -1000) << position;
+  }
+}
+
 }  // namespace
 }  // namespace zel

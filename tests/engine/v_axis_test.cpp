@@ -138,7 +138,9 @@ TEST_F(VAxisTest, TimeStepsCountUnitsAndFollowTheReportType) {
        {std::tuple{1.0, 1.0, 2.0f, hour}, {3.0, 1.0, 6.0f, hour}, {10.0 / 3, 1.0, 8.0f, hour}, {5.0, 1.0, 12.0f, hour},
         {0.5, 1.0, 1.0f, hour}, {0.3, 1.0, 30.0f, minute}, {0.2, 2.0, 15.0f, minute}, {2.0 / 1440, 1.0, 15.0f, second},
         {10.0, 1.0, 1.0f, 1.0f}, {20.0 / 144, 1.0, 20.0f, minute}, {150.0, 1.0, 1.0f, 31.0f},
-        {400.0, 1.0, 1.0f, 30.459f}, {4000.0, 1.0, 1.0f, 365.0f}})
+        {400.0, 1.0, 1.0f, 30.459f}, {4000.0, 1.0, 1.0f, 365.0f}, {2000.0, 1.0, 1.0f, 180.0f},
+        {1000.0, 1.0, 2.0f, 60.0f}, {50.0, 1.0, 5.0f, 1.0f}, {40.0, 1.0, 4.0f, 1.0f}, {50.0 / 24, 1.0, 4.0f, hour},
+        {130.0 / 1440, 1.0, 15.0f, minute}, {110.0 / 1440, 1.0, 10.0f, minute}})
     EXPECT_EQ(step(days, scale), std::pair(annotation, unit)) << days << " at scale " << scale;
   EXPECT_EQ(step(1e-6).second, float(1.0 / 86400 / 1000));
   Process().reportType = 1;
