@@ -224,10 +224,16 @@ STDMETHODIMP CVX_Graph::GetClientProperty(short num, LONG* id, BSTR*, LONG*) {
   });
 }
 
+// Help acts only through a help object attached to the control, and no
+// entry attaches one, so ShowHelp does nothing; SetHelpCommand accepts its
+// text and does nothing else, by definition.
 STDMETHODIMP CVX_Graph::ShowHelp() { return S_OK; }
 STDMETHODIMP CVX_Graph::SetHelpCommand(BSTR) { return S_OK; }
+// These two accept their arguments and have no effect, by definition.
 STDMETHODIMP CVX_Graph::setSelectionFlag(LONG*) { return S_OK; }
 STDMETHODIMP CVX_Graph::setEnableMode(short*, LONG*) { return S_OK; }
+// The owner of a curve list beside the graph: the control keeps no such
+// list, so there is nothing to hand it.
 STDMETHODIMP CVX_Graph::SetListControlParent(IUnknown*) { return S_OK; }
 
 STDMETHODIMP CVX_Graph::SetLanguage(BSTR language) {
