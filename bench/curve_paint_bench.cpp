@@ -35,6 +35,7 @@ class NullSurface final : public Surface {
   void SetRasterOp(RasterOp) override {}
   Color BackgroundColor() override { return 0; }
   void SetBackgroundColor(Color) override {}
+  void SetTextBackground(TextBackground) override {}
   void MoveTo(Point) override {}
   void LineTo(Point) override { ++lines; }
   void Polyline(std::span<const Point>) override {}

@@ -89,6 +89,9 @@ void GdiSurface::SetTextAlign(uint32_t flags) { ::SetTextAlign(dc_, flags); }
 void GdiSurface::SetRasterOp(RasterOp op) { SetROP2(dc_, op == RasterOp::kXor ? R2_XORPEN : R2_COPYPEN); }
 Color GdiSurface::BackgroundColor() { return GetBkColor(dc_); }
 void GdiSurface::SetBackgroundColor(Color color) { SetBkColor(dc_, color); }
+void GdiSurface::SetTextBackground(TextBackground mode) {
+  SetBkMode(dc_, mode == TextBackground::kTransparent ? TRANSPARENT : OPAQUE);
+}
 void GdiSurface::MoveTo(Point p) { MoveToEx(dc_, p.x, p.y, nullptr); }
 void GdiSurface::LineTo(Point p) { ::LineTo(dc_, p.x, p.y); }
 

@@ -32,6 +32,7 @@ class GdiSurface final : public Surface {
   void SetRasterOp(RasterOp op) override;
   Color BackgroundColor() override;
   void SetBackgroundColor(Color color) override;
+  void SetTextBackground(TextBackground mode) override;
   void MoveTo(Point point) override;
   void LineTo(Point point) override;
   void Polyline(std::span<const Point> points) override;

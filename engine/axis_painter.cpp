@@ -22,9 +22,12 @@ constexpr int32_t kArrowHalfBase = 6;
 constexpr int32_t kArrowHeight = 16;
 constexpr int32_t kArrowLowestEnd = 11;
 constexpr int32_t kArrowMovedEnd = 15;
-constexpr int32_t kUnitNameGap = 5;
+// The unit name keeps this much clear of the arrowhead's widest part.
+constexpr int32_t kUnitNameGap = 3;
 constexpr int32_t kUnitNameRise = 3;
-constexpr int32_t kTitleGap = 4;
+// Below the top end of a Y axis this much is left to the arrowhead and the
+// unit name: labels and title keep out of it.
+constexpr int32_t kTopEndFree = kTopLabelFree + 1;
 
 // A pixel constant on this surface.
 int32_t Scaled(double pixels, double f) { return int32_t(pixels * f); }
@@ -161,35 +164,43 @@ class AxisDrawing {
     int32_t height = surface_.TextExtent(at_.unitName).cy;
     int32_t outward = at_.highSide ? 1 : -1;
     surface_.SetTextAlign((at_.highSide ? kAlignLeft : kAlignRight) | kAlignTop);
-    surface_.WriteText({at_.line + outward * kUnitNameGap, TopEnd() - height + kUnitNameRise}, at_.unitName);
+    surface_.WriteText({at_.line + outward * (kArrowHalfBase + kUnitNameGap), TopEnd() - height + kUnitNameRise},
+                       at_.unitName);
   }
 
-  // The title, in the axis font, on the plot's side of the line: at the
-  // axis's start, end or centre. Y titles run upwards in their turned font.
+  // The title, in the axis font, in the outer part of the axis's room that
+  // measuring kept for it: beyond the labels (and unit name), away from the
+  // plot, at the axis's start, end or centre. Its cells are not filled, so
+  // that it hides nothing even where a long title runs past its room. Y
+  // titles run upwards in their turned font and stay below the arrowhead.
   void Title() {
     if (axis_.title().empty()) return;
+    surface_.Save();
+    surface_.SetTextBackground(TextBackground::kTransparent);
     surface_.SelectFont(ScaledFont(axis_.axisFont(), at_.scale));
-    int32_t gap = Scaled(kTitleGap, at_.scale);
+    Size size = surface_.TextExtent(axis_.title());
+    int32_t nearSide = axis_.thickness() - axis_.titleRoom() + Scaled(kAxisTitleGap, at_.scale);
     int position = axis_.titlePosition();
     if (axis_.vertical()) {
-      // The turned font writes upwards from its reference point, with the
-      // text's top toward the line: the start is worked out from the width.
-      int32_t width = surface_.TextExtent(axis_.title()).cx;
-      int32_t y = position == kTitleStart ? at_.roomLast - gap
-                  : position == kTitleCenter ? (at_.roomFirst + at_.roomLast + width) / 2
-                                             : at_.roomFirst + gap + width;
-      int32_t x = at_.highSide ? at_.line - gap : at_.line + gap;
-      surface_.SetTextAlign(kAlignLeft | (at_.highSide ? kAlignBottom : kAlignTop));
-      surface_.WriteText({x, y}, axis_.title());
+      // Turned a quarter to the left, the text runs up from its reference
+      // point and its cell's top edge faces left.
+      int32_t x = at_.highSide ? at_.line + nearSide : at_.line - nearSide - size.cy;
+      int32_t highest = TopEnd() + kTopEndFree + size.cx;
+      int32_t start = position == kTitleStart    ? at_.roomLast
+                      : position == kTitleCenter ? (at_.roomFirst + at_.roomLast + size.cx) / 2
+                                                 : highest;
+      surface_.SetTextAlign(kAlignLeft | kAlignTop);
+      surface_.WriteText({x, std::max(start, highest)}, axis_.title());
     } else {
       uint32_t along = position == kTitleStart ? kAlignLeft : position == kTitleCenter ? kAlignCenter : kAlignRight;
-      int32_t x = position == kTitleStart ? at_.roomFirst + gap
+      int32_t x = position == kTitleStart    ? at_.roomFirst
                   : position == kTitleCenter ? (at_.roomFirst + at_.roomLast) / 2
-                                             : at_.roomLast - gap;
-      int32_t y = at_.highSide ? at_.line + gap : at_.line - gap;
-      surface_.SetTextAlign(along | (at_.highSide ? kAlignTop : kAlignBottom));
+                                             : at_.roomLast;
+      int32_t y = at_.highSide ? at_.line - nearSide - size.cy : at_.line + nearSide;
+      surface_.SetTextAlign(along | kAlignTop);
       surface_.WriteText({x, y}, axis_.title());
     }
+    surface_.Restore();
   }
 
  private:

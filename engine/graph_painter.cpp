@@ -149,12 +149,19 @@ void VGraph::DrawFreeAxes(Surface& surface) {
     AxisPlacement at{y(line), 0, data.width(), x(plot.left), x(plot.right), margins_.right, high, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
+  // A further Y axis on a side stands at the edge it moved on to, so that the
+  // 10 pixels between it and the axis outside it keep that axis's arrowhead
+  // clear of its labels, unit name and title.
   bool split = HasSplitYAxes();
+  int leftAxes = 0, rightAxes = 0;
   for (size_t index = 0; index < yAxes_.size(); ++index) {
     if (!ShowsYAxis(index)) continue;
     const VAxis& axis = *yAxes_.entries()[index].object;
     bool high = axis.placement() == VAxis::kHighSide;
-    int32_t line = high ? axis.position() - axis.thickness() : axis.position() + axis.thickness();
+    bool further = (high ? rightAxes++ : leftAxes++) > 0;
+    int32_t line = further ? axis.offset()
+                   : high  ? axis.position() - axis.thickness()
+                           : axis.position() + axis.thickness();
     AxisPlacement at{x(line), y(data.bottom), data.height(), y(plot.top), y(plot.bottom), 0, high, f,
                      split ? TextView(unitNames_[index]) : TextView()};
     DrawAxis(surface, axis, at, reportType);

@@ -55,15 +55,21 @@ int64_t MinDiameter(int64_t width, int64_t below, int64_t diameter) {
 
 }  // namespace
 
-PieLayout LayOutPie(int32_t width, int32_t height, int32_t lineHeight, std::span<const int32_t> labelWidths) {
+int32_t PieTitleBand(int32_t titleLineHeight) {
+  return ClampToInt32(int64_t(std::max(titleLineHeight, 0)) + kPieTitleBand);
+}
+
+PieLayout LayOutPie(int32_t width, int32_t height, int32_t titleLineHeight, int32_t lineHeight,
+                    std::span<const int32_t> labelWidths) {
   PieLayout layout;
+  layout.titleBand = PieTitleBand(titleLineHeight);
   if (labelWidths.empty()) {
     layout.overflowX = ClampToInt32(-int64_t(width));
     layout.overflowY = ClampToInt32(-int64_t(height));
     return layout;
   }
   int64_t w = width, h = height;
-  int64_t band = std::max(lineHeight, 0) + int64_t(kPieTitleBand);
+  int64_t band = layout.titleBand;
   int64_t below = h - band;
   int64_t full = std::max<int64_t>(0, std::min(w, below));
   int64_t minimum = MinDiameter(w, below, full);

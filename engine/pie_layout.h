@@ -19,7 +19,13 @@ inline constexpr int32_t kPieLabelTextOffset = 29;
 // The band above the pie holds the title: its line height plus this.
 inline constexpr int32_t kPieTitleBand = 10;
 
+// The height of the band above the pie for a title font whose lines are
+// `titleLineHeight` high. Layout leaves it free and drawing puts the pie
+// right under it, so both take it from here.
+int32_t PieTitleBand(int32_t titleLineHeight);
+
 struct PieLayout {
+  int32_t titleBand = 0;
   int32_t diameter = 0;
   // One place a slice, relative to the pie's rectangle.
   std::vector<int32_t> labelX;
@@ -30,8 +36,9 @@ struct PieLayout {
   int32_t overflowY = 0;
 };
 
-// Lays a pie out in `width` by `height` pixels, for labels whose texts are
-// `labelWidths` wide and `lineHeight` high.
+// Lays a pie out in `width` by `height` pixels, under a title whose lines are
+// `titleLineHeight` high, for labels whose texts are `labelWidths` wide and
+// `lineHeight` high.
 //
 // The pie starts as large as the space under the title band allows. Labels
 // go first in rows to the right of the pie; while they pass an edge, the
@@ -39,6 +46,7 @@ struct PieLayout {
 // how elongated the space is. If they still do not fit, they go in rows
 // below the pie, the diameter shrinking by the vertical overflow down to the
 // same minimum.
-PieLayout LayOutPie(int32_t width, int32_t height, int32_t lineHeight, std::span<const int32_t> labelWidths);
+PieLayout LayOutPie(int32_t width, int32_t height, int32_t titleLineHeight, int32_t lineHeight,
+                    std::span<const int32_t> labelWidths);
 
 }  // namespace zel

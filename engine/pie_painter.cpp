@@ -45,7 +45,6 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
 
   surface.SelectFont(titleFont());
   surface.SetTextColor(titleColor());
-  int32_t titleHeight = LineHeight(surface);
   surface.WriteText({r.left + kTitleLeft, r.top + kTitleTop}, title());
 
   surface.SelectFont(textFont());
@@ -69,8 +68,9 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   int32_t radius = pieDiameter_ / 2, drawn = radius - kWedgeInset;
   // All sizes zero (or not numbers) leave no angle to share out.
   if (total != 0 && std::isfinite(total) && drawn > 0) {
-    Point centre{ClampToInt32(int64_t(r.left) + radius),
-                 ClampToInt32(int64_t(r.top) + titleHeight + kPieTitleBand + radius)};
+    // The pie stands right under the title band that the layout left free,
+    // so it fits the diameter the layout chose.
+    Point centre{ClampToInt32(int64_t(r.left) + radius), ClampToInt32(int64_t(r.top) + titleBand_ + radius)};
     Rect box{centre.x - drawn, centre.y - drawn, centre.x + drawn, centre.y + drawn};
     double from = 0;
     for (size_t i = 0; i < count_; ++i) {

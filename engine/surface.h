@@ -57,6 +57,9 @@ enum TextAlign : uint32_t {
 };
 
 enum class RasterOp { kCopy, kXor };
+// Whether text cells are first filled with the background colour (GDI's
+// default) or only the glyphs are drawn.
+enum class TextBackground { kOpaque, kTransparent };
 enum class FillMode { kAlternate = 1, kWinding = 2 };
 enum Technology : int { kRasterDisplay = 1, kRasterPrinter = 2 };
 
@@ -97,6 +100,7 @@ class Surface {
   virtual Color BackgroundColor() = 0;
   // The colour behind text and between the dots of a cosmetic pattern pen.
   virtual void SetBackgroundColor(Color color) = 0;
+  virtual void SetTextBackground(TextBackground mode) = 0;
 
   // Lines with the selected pen; shapes filled with a solid colour.
   virtual void MoveTo(Point point) = 0;

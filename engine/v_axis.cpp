@@ -163,6 +163,16 @@ int32_t VAxis::Measure(Surface& surface, double scale, double f, TextView unitNa
     surface.SelectFont(unitFont);
     thickness_ += std::max(0, surface.TextExtent(unitName).cx - extent);
   }
+  // The title stands beyond the labels, outside the plot, so an axis that
+  // has one needs room for it; without a title the thickness stays as above.
+  titleRoom_ = 0;
+  if (!title_.empty()) {
+    LogFont titleFont = axisFont_;
+    titleFont.lfHeight = int32_t(titleFont.lfHeight * f);
+    surface.SelectFont(titleFont);
+    titleRoom_ = surface.TextExtent(title_).cy + 2 * int32_t(kAxisTitleGap * f);
+    thickness_ += titleRoom_;
+  }
   return thickness_;
 }
 

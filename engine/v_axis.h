@@ -26,6 +26,10 @@ struct LimitValue {
   Color color;
 };
 
+// Pixels between an axis title and the labels, and between it and the outer
+// edge of the axis's room (times the printer scale).
+inline constexpr double kAxisTitleGap = 2;
+
 // A BAR dataset drawn on a DISCRETE axis; its place in the list is its slot.
 struct BarSlot {
   const VDataset* dataset;
@@ -64,10 +68,14 @@ class VAxis {
   // times the lines of a TIME label; widths for a Y axis), and its thickness
   // int(4f) + extent + 6f, f being the printer scale. `unitName` widens a Y
   // axis whose unit name, in the bold font one and a half times as high, is
-  // wider than its labels.
+  // wider than its labels. An axis with a title adds the room the title
+  // takes beyond the labels (see titleRoom).
   int32_t Measure(Surface& surface, double scale, double f = 1.0, TextView unitName = {});
   int32_t thickness() const { return thickness_; }
   int32_t labelExtent() const { return labelExtent_; }
+  // The outer part of the thickness that holds the title: the height of its
+  // line in the axis font and a gap on either side; 0 without a title.
+  int32_t titleRoom() const { return titleRoom_; }
   // Where layout put the axis, in graph pixels, and for further Y axes on
   // one side the edge they moved on to.
   int32_t position() const { return position_; }
@@ -151,6 +159,7 @@ class VAxis {
   int32_t position_ = 0;
   int32_t thickness_ = 0;
   int32_t labelExtent_ = 0;
+  int32_t titleRoom_ = 0;
   int32_t offset_ = 0;
 };
 

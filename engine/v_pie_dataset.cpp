@@ -67,6 +67,8 @@ bool VPieDataset::SetPieColorAt(int index, Color color) {
 void VPieDataset::SetPlotRect(const Rect& rect, Surface& measuring) {
   std::vector<int32_t> widths(count_);
   measuring.Save();
+  measuring.SelectFont(titleFont());
+  int32_t titleLineHeight = measuring.TextExtent(u"0").cy;
   measuring.SelectFont(textFont());
   int32_t lineHeight = measuring.TextExtent(u"0").cy;
   for (size_t i = 0; i < count_; ++i) widths[i] = measuring.TextExtent(VariantDisplayText(labels_[i])).cx;
@@ -75,9 +77,10 @@ void VPieDataset::SetPlotRect(const Rect& rect, Surface& measuring) {
   auto extent = [](int32_t from, int32_t to) {
     return int32_t(std::clamp<int64_t>(int64_t(to) - from + 1, 0, INT32_MAX));
   };
-  PieLayout layout =
-      LayOutPie(extent(rect.left, rect.right), extent(rect.top, rect.bottom), lineHeight, widths);
+  PieLayout layout = LayOutPie(extent(rect.left, rect.right), extent(rect.top, rect.bottom), titleLineHeight,
+                               lineHeight, widths);
   plotRect_ = rect;
+  titleBand_ = layout.titleBand;
   pieDiameter_ = layout.diameter;
   labelX_ = std::move(layout.labelX);
   labelY_ = std::move(layout.labelY);

@@ -32,11 +32,14 @@ class VPieDataset : public VDataset {
   static std::vector<Color> DefaultColors(size_t slices);
 
   // Gives the pie its rectangle (logical pixels of the drawing pass, right
-  // and bottom inclusive) and lays it out there: the diameter and the slice
-  // labels, measured in the text font on `measuring`.
+  // and bottom inclusive) and lays it out there: the band the title takes,
+  // the diameter and the slice labels, measured in the title and text fonts
+  // on `measuring`.
   void SetPlotRect(const Rect& rect, Surface& measuring);
   const Rect& plotRect() const { return plotRect_; }
   int32_t pieDiameter() const { return pieDiameter_; }
+  // The height above the pie that the layout left for the title.
+  int32_t titleBand() const { return titleBand_; }
   const std::vector<int32_t>& labelX() const { return labelX_; }
   const std::vector<int32_t>& labelY() const { return labelY_; }
   const std::vector<Value>& labels() const { return labels_; }
@@ -57,6 +60,7 @@ class VPieDataset : public VDataset {
   std::vector<int32_t> labelY_;
   Rect plotRect_;
   int32_t pieDiameter_ = 0;
+  int32_t titleBand_ = 0;
   Size labelOverflow_;
 };
 

@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "engine/pie_layout.h"
+#include "engine/v_graph.h"
 #include "engine/v_pie_dataset.h"
 #include "engine_test_support.h"
 
@@ -37,7 +38,7 @@ TEST(PieLayoutTest, TheDiameterShrinksUntilTheLabelsFitBesideThePie) {
   // 200 wide, 200 under the 22-pixel title band: the pie would fill the
   // width, and the label (5 + 29 + 7 pixels) passes the last column by 42.
   std::vector<int32_t> one{7};
-  PieLayout layout = LayOutPie(200, 222, 12, one);
+  PieLayout layout = LayOutPie(200, 222, 12, 12, one);
   EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY, layout.overflowX),
             std::tuple(158, Pixels{158}, Pixels{22}, 0));
   EXPECT_LT(layout.overflowY, 0);
@@ -47,25 +48,29 @@ TEST(PieLayoutTest, LabelsBesideThePieWrapIntoRowsOneLineApart) {
   // Wide space: the pie keeps the full height and the labels take rows of
   // two to its right, 10 pixels between one text and the next swatch.
   std::vector<int32_t> widths{70, 70, 70, 70};
-  PieLayout layout = LayOutPie(400, 122, 12, widths);
+  PieLayout layout = LayOutPie(400, 122, 12, 12, widths);
   EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY),
             std::tuple(100, Pixels{100, 209, 100, 209}, Pixels{22, 22, 34, 34}));
   // Rows are never closer than a swatch is high, and a taller font spaces them by its height.
-  EXPECT_EQ(LayOutPie(400, 122, 8, widths).labelY, (Pixels{18, 18, 30, 30}));
-  EXPECT_EQ(LayOutPie(400, 200, 20, widths).labelY, (Pixels{30, 30, 50, 50}));
+  EXPECT_EQ(LayOutPie(400, 122, 8, 8, widths).labelY, (Pixels{18, 18, 30, 30}));
+  EXPECT_EQ(LayOutPie(400, 200, 20, 20, widths).labelY, (Pixels{30, 30, 50, 50}));
+  // The band above pie and labels is as high as the title's font needs.
+  PieLayout tallTitle = LayOutPie(400, 200, 30, 12, widths);
+  EXPECT_EQ(std::tuple(tallTitle.titleBand, tallTitle.diameter, tallTitle.labelY),
+            std::tuple(40, 160, Pixels{40, 40, 52, 52}));
 }
 
 TEST(PieLayoutTest, LabelsGoBelowWhenThePieCannotShrinkEnoughBesideThem) {
   // Tall space: r = 378 / 100, so the pie may not go below 79 pixels, where
   // a 40-pixel label still does not fit beside it.
   std::vector<int32_t> one{40};
-  PieLayout layout = LayOutPie(100, 400, 12, one);
+  PieLayout layout = LayOutPie(100, 400, 12, 12, one);
   EXPECT_EQ(std::tuple(layout.diameter, layout.labelX, layout.labelY), std::tuple(100, Pixels{0}, Pixels{122}));
 
   // Below the pie the diameter gives way to rows that pass the bottom, down
   // to its minimum (178 / 2.78 of 100 = 64); what still passes is reported.
   std::vector<int32_t> nine(9, 40), ten(10, 40);
-  PieLayout fits = LayOutPie(100, 200, 12, nine), passes = LayOutPie(100, 200, 12, ten);
+  PieLayout fits = LayOutPie(100, 200, 12, 12, nine), passes = LayOutPie(100, 200, 12, 12, ten);
   EXPECT_EQ(std::tuple(fits.diameter, fits.overflowY, fits.labelY.back()), std::tuple(67, 0, 22 + 67 + 8 * 12));
   EXPECT_EQ(std::pair(passes.diameter, passes.overflowY), std::pair(64, 9));
 }
@@ -75,7 +80,7 @@ TEST(PieLayoutTest, DegenerateSpacesGiveNoPieAndNoFault) {
   std::vector<int32_t> widths{7, 0, -5, kHuge};
   for (auto [w, h, t] : {std::tuple{0, 0, 12}, {-50, 300, 12}, {300, -50, 12}, {300, 5, 12}, {1, 1, 0},
                          {kHuge, kHuge, 12}, {300, 300, kHuge}}) {
-    PieLayout layout = LayOutPie(w, h, t, widths);
+    PieLayout layout = LayOutPie(w, h, t, t, widths);
     EXPECT_GE(layout.diameter, 0);
     EXPECT_LE(layout.diameter, std::max(w, 0));
     EXPECT_EQ(layout.labelX.size(), widths.size());
@@ -88,11 +93,12 @@ TEST_F(PieTest, LayoutMeasuresTheLabelTextsInTheTextFont) {
   pie.SetValues(2, Column(labels), Column(sizes), {}, false);
   pie.SetPlotRect({10, 20, 409, 141}, measuring);
   EXPECT_EQ(measuring.calls.front(), "Save");
-  EXPECT_EQ(measuring.calls[1], "Font(" + std::to_string(pie.textFont().lfHeight) + ",0)");
+  EXPECT_EQ(measuring.calls[1], "Font(" + std::to_string(pie.titleFont().lfHeight) + ",0)");
+  EXPECT_EQ(measuring.calls[2], "Font(" + std::to_string(pie.textFont().lfHeight) + ",0)");
   EXPECT_EQ(measuring.calls.back(), "Restore");
   // The rectangle counts both edges: 400 by 122.
   std::vector<int32_t> widths{35, 35};
-  PieLayout expected = LayOutPie(400, 122, 12, widths);
+  PieLayout expected = LayOutPie(400, 122, 12, 12, widths);
   EXPECT_EQ(std::tuple(pie.pieDiameter(), pie.labelX(), pie.labelY()),
             std::tuple(expected.diameter, expected.labelX, expected.labelY));
   EXPECT_EQ(pie.labelOverflow(), (Size{expected.overflowX, expected.overflowY}));
@@ -161,6 +167,64 @@ TEST_F(PieTest, DrawingIsClippedToTheRectangleAndLeavesTheSurfaceAsItWas) {
   EXPECT_EQ(calls.back(), "Restore");
   EXPECT_EQ(surface.Calls("Text(30,35"), (Calls{"Text(30,35,)"}));  // the (empty) title
   EXPECT_EQ(surface.Calls("TextColor").size(), 2u);
+}
+
+// A recorder whose lines are as high as the selected font's characters plus
+// some leading, so that a pie's title and text fonts measure differently.
+class FontSizedSurface : public RecordingSurface {
+ public:
+  void SelectFont(const LogFont& font) override {
+    height_ = std::abs(font.lfHeight) * 5 / 4;
+    RecordingSurface::SelectFont(font);
+  }
+  Size TextExtent(TextView text) override { return {int32_t(7 * text.size()), height_}; }
+
+ private:
+  int32_t height_ = 12;
+};
+
+TEST_F(PieTest, TheDiscAndItsOutlineStayInsideTheGraphWhateverItsFontsAndSize) {
+  FakeWindow window;
+  VGraph graph(&window);
+  DatasetProps props;
+  graph.AddDataset(1, kPie, 0, 0, &props);
+  std::vector<float> sizes{3, 2, 2, 1, 1, 1};
+  std::vector<Value> none(6, Text()), short_{Text(u"Gas"), Text(u"Coal"), Text(u"Wind"), Text(u"Solar"),
+                                             Text(u"Hydro"), Text(u"Nuclear")},
+      long_(6, Text(u"a label far too long to stand beside the pie"));
+  // {title font, text font}: the usual pair, a title much taller than the
+  // labels, and labels taller than the title.
+  for (auto [titleFont, textFont] : {std::pair{u"Arial,9,Bold", u"Arial,7"}, {u"Arial,28", u"Arial,7"},
+                                     {u"Arial,7", u"Arial,16"}})
+    for (const auto* labels : {&none, &short_, &long_})
+      for (auto [w, h] : {std::pair{600, 400}, {800, 500}, {601, 401}, {200, 600}, {150, 90}, {45, 45}}) {
+        props.title = Text(u"Energy by source");
+        props.titleFont = Text(titleFont);
+        props.textFont = Text(textFont);
+        graph.Dataset(1).SetProps(props);
+        graph.Dataset(1).SetValues(6, Column(*labels), Column(sizes), {}, false);
+        window.client = {0, 0, w, h};
+        FontSizedSurface s;
+        graph.Recalculate(w + 1, h + 1, &s);
+        graph.Draw(s, {0, 0, w, h}, {0, 0, w, h});
+        std::string where = "in " + std::to_string(w) + " by " + std::to_string(h);
+        Point origin;
+        ASSERT_EQ(std::sscanf(s.Calls("Origin(").at(0).c_str(), "Origin(%d,%d)", &origin.x, &origin.y), 2);
+        int outline = 0;
+        ASSERT_EQ(std::sscanf(s.Calls("Pen(").back().c_str(), "Pen(%*d,%d", &outline), 1);
+        // Inside the margins of 10 pixels, the outline's width around the box included.
+        for (const std::string& call : s.Calls("Pie(")) {
+          Rect box;
+          ASSERT_EQ(std::sscanf(call.c_str(), "Pie(%d,%d,%d,%d", &box.left, &box.top, &box.right, &box.bottom), 4);
+          EXPECT_GE(box.left - origin.x - outline, 10) << where;
+          EXPECT_GE(box.top - origin.y - outline, 10) << where;
+          EXPECT_LE(box.right - origin.x + outline, w - 10) << where;
+          EXPECT_LE(box.bottom - origin.y + outline, h - 10) << where << " " << call;
+        }
+        if (w >= 200) {
+          EXPECT_EQ(s.Calls("Pie(").size(), sizes.size()) << where;
+        }
+      }
 }
 
 TEST_F(PieTest, AnEmptyPieDrawsNothing) {

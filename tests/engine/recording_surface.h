@@ -14,6 +14,8 @@ namespace zel {
 class RecordingSurface : public Surface {
  public:
   std::vector<std::string> calls;
+  // The polygons filled, in order, with their points (the calls name only their size).
+  std::vector<Polygon> polygons;
   Color background = 0xFFFFFF;
   int technology = kRasterDisplay;
 
@@ -54,6 +56,9 @@ class RecordingSurface : public Surface {
   void SetRasterOp(RasterOp op) override { Record(op == RasterOp::kXor ? "Xor" : "Copy"); }
   Color BackgroundColor() override { return background; }
   void SetBackgroundColor(Color c) override { Record("BkColor(%06X)", c); }
+  void SetTextBackground(TextBackground mode) override {
+    Record(mode == TextBackground::kTransparent ? "TextBackground(transparent)" : "TextBackground(opaque)");
+  }
   void MoveTo(Point p) override { Record("MoveTo(%d,%d)", p.x, p.y); }
   void LineTo(Point p) override { Record("LineTo(%d,%d)", p.x, p.y); }
   void Polyline(std::span<const Point> points) override {
@@ -69,8 +74,10 @@ class RecordingSurface : public Surface {
       Record("FillBox(%d,%d,%d,%d,%06X)", r->left, r->top, r->right, r->bottom, c);
     else if (auto* e = std::get_if<Ellipse>(&region))
       Record("FillEllipse(%d,%d,%d,%d,%06X)", e->box.left, e->box.top, e->box.right, e->box.bottom, c);
-    else
-      Record("FillPolygon(%zu,%06X)", std::get<Polygon>(region).points.size(), c);
+    else {
+      polygons.push_back(std::get<Polygon>(region));
+      Record("FillPolygon(%zu,%06X)", polygons.back().points.size(), c);
+    }
   }
   void Rectangle(const Rect& r, Color c) override {
     Record("Rectangle(%d,%d,%d,%d,%06X)", r.left, r.top, r.right, r.bottom, c);

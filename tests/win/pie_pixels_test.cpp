@@ -82,6 +82,19 @@ TEST_F(PieAndLegendPixels, SlicesOfOneOneTwoFillTheirQuartersAndHalfAndTheirSwat
   }
 }
 
+TEST_F(PieAndLegendPixels, TheDiscKeepsItsOutlineAtTheBottomUnderATallerTitleFont) {
+  // The default title font is taller than the default text font; the pie
+  // fills the height under the title, and its outline is not cut off.
+  MemoryCanvas canvas(600, 400);
+  Fill({1, 1, 2});
+  Draw(canvas, {0, 0, 599, 399});
+  ASSERT_GT(pie.pieDiameter(), 300);
+  int x = pie.pieDiameter() / 2 + 8, lowest = 399;
+  while (lowest > 0 && canvas.Pixel(x, lowest) == kWhite) --lowest;
+  EXPECT_EQ(canvas.Pixel(x, lowest), RGB(0, 0, 0)) << "row " << lowest;
+  EXPECT_EQ(canvas.Pixel(x, lowest - 2), RGB(255, 0, 0));
+}
+
 TEST_F(PieAndLegendPixels, DrawingStaysInsideTheRectangleAndTheClipping) {
   Fill({3, 1, 1, 2, 5});
   // The rectangle is in logical pixels; the window origin moves it to
