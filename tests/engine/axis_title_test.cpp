@@ -74,7 +74,7 @@ class AxisTitleTest : public EngineTest {
   }
   // The plot in the pass's logical pixels, right and bottom exclusive.
   Rect Plot() const {
-    Box<int32_t> plot = graph.plotFrame(), data = graph.dataArea();
+    FrameRect plot = graph.plotFrame(), data = graph.dataArea();
     return {plot.left - data.left, data.top - plot.top, plot.right - data.left + 1, data.top - plot.bottom + 1};
   }
   static AxisProps Titled(const char16_t* title, const char16_t* position) {
@@ -92,7 +92,7 @@ TEST_F(AxisTitleTest, TitlesStandOutsideThePlotClearOfLabelsArrowheadsAndOneAnot
   for (int32_t id : {1, 2, 3, 4}) graph.AddYAxis(id, kAxisReal, &range, id % 2 ? VAxis::kLowSide : VAxis::kHighSide);
   Process().splitYAxis = {1, 1, 1};
   // Unit names narrower and wider than the labels.
-  graph.unitNames() = {Text(u"degC"), Text(u"bar"), Text(u"m3/hour"), Text(u"%")};
+  graph.SetUnitNames({Text(u"degC"), Text(u"bar"), Text(u"m3/hour"), Text(u"%")});
   const std::vector<std::string> titles{"Time", "Top", "Temperature", "Pressure", "Flow", "Level"};
   const std::vector<std::string> units{"degC", "bar", "m3/hour", "%"};
   for (auto [x, y] : {std::pair{u"LEFT", u"BOTTOM"}, {u"RIGHT", u"TOP"}, {u"CENTER", u"CENTER"}}) {
@@ -135,7 +135,7 @@ TEST_F(AxisTitleTest, OnlyATitledAxisTakesRoomForItsTitle) {
   graph.AddXAxis(1, kAxisReal, &range);
   graph.AddYAxis(1, kAxisReal, &range);
   Draw();
-  Box<int32_t> bare = graph.plotFrame();
+  FrameRect bare = graph.plotFrame();
   int32_t xThickness = graph.XAxis(1).thickness(), yThickness = graph.YAxis(1).thickness();
   graph.XAxis(1).SetProperties(Titled(u"Sample", u"CENTER"));
   graph.YAxis(1).SetProperties(Titled(u"Reading", u"CENTER"));
