@@ -36,7 +36,7 @@ size_t ColumnBytes(const PointColumn& column, bool allocated) {
 }
 
 template <typename X, typename Y>
-void Ingest(benchmark::State& state, int xType, int yType, size_t chunk) {
+void Ingest(benchmark::State& state, AxisType xType, AxisType yType, size_t chunk) {
   Input<X, Y> input(chunk);
   double stored = 0, allocated = 0;
   for (auto _ : state) {

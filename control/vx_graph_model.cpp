@@ -10,7 +10,7 @@
 namespace zel {
 namespace {
 
-int AxisTypeFromKeyword(TextView keyword) {
+AxisType AxisTypeFromKeyword(TextView keyword) {
   if (keyword == u"INTEGER") return kAxisInteger;
   if (keyword == u"REAL") return kAxisReal;
   if (keyword == u"DISCRETE") return kAxisDiscrete;
@@ -55,7 +55,7 @@ HRESULT CVX_Graph::AddAxis(bool vertical, LONG id, BSTR type, const VARIANT& pro
   void* record = RecordOf(props, kAxisPropsGuid, wrongShape);
   if (wrongShape) return E_INVALIDARG;
   return Guarded([&] {
-    int axisType = AxisTypeFromKeyword(TextOf(type));
+    AxisType axisType = AxisTypeFromKeyword(TextOf(type));
     int position = PositionTypeFromKeyword(OptionalKeyword(positionType), vertical);
     int32_t reference = OptionalInt(referenceAxis, 0);
     std::optional<AxisProps> engineProps;

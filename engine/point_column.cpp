@@ -5,7 +5,7 @@
 namespace zel {
 namespace {
 
-PointColumn::Storage StorageFor(int axisType) {
+PointColumn::Storage StorageFor(AxisType axisType) {
   if (axisType == kAxisReal) return PodBuffer<float>();
   if (axisType == kAxisTime) return PodBuffer<double>();
   return PodBuffer<int32_t>();
@@ -23,7 +23,7 @@ size_t AppendConverted(PodBuffer<T>& values, size_t n, Convert convert) {
 
 }  // namespace
 
-PointColumn::PointColumn(int axisType) : values_(StorageFor(axisType)) {}
+PointColumn::PointColumn(AxisType axisType) : values_(StorageFor(axisType)) {}
 
 size_t PointColumn::size() const {
   return std::visit([](const auto& v) { return v.size(); }, values_);

@@ -17,7 +17,7 @@ class PointColumn {
  public:
   using Storage = std::variant<PodBuffer<int32_t>, PodBuffer<float>, PodBuffer<double>>;
 
-  explicit PointColumn(int axisType);
+  explicit PointColumn(AxisType axisType);
 
   size_t size() const;
   const Storage& storage() const { return values_; }

@@ -42,14 +42,14 @@ class VAxis {
 
   // A new axis with the defaults, then `props` when given (which may throw,
   // as SetProperties). An axis placed on another one counts itself there.
-  VAxis(bool vertical, int type, const AxisProps* props, int placement = kLowSide,
+  VAxis(bool vertical, AxisType type, const AxisProps* props, int placement = kLowSide,
         VAxis* reference = nullptr, float crossingValue = 0);
   ~VAxis();
   VAxis(const VAxis&) = delete;
   VAxis& operator=(const VAxis&) = delete;
 
   bool vertical() const { return vertical_; }
-  int type() const { return type_; }
+  AxisType type() const { return type_; }
   int placement() const { return placement_; }
   VAxis* reference() const { return reference_; }
   float crossingValue() const { return crossingValue_; }
@@ -127,7 +127,7 @@ class VAxis {
   void ApplyAppearance(const AxisProps& props);
 
   bool vertical_;
-  int type_;
+  AxisType type_;
   int placement_;
   VAxis* reference_;
   float crossingValue_;

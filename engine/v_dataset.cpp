@@ -14,7 +14,7 @@ constexpr Color kManualColorFallback = 0xFFFF00;
 constexpr size_t kTitleMax = 254;
 const Text kNoLabel = u"##";
 
-int AxisTypeOf(const VAxis* axis) { return axis ? axis->type() : kAxisInteger; }
+AxisType AxisTypeOf(const VAxis* axis) { return axis ? axis->type() : kAxisInteger; }
 
 bool IsDiscrete(const VAxis* axis) { return axis && axis->type() == kAxisDiscrete; }
 

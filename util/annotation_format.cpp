@@ -78,7 +78,7 @@ Text SplitDateTimeFormat(TextView format, bool dateOnly) {
   return TimePartOfFormat(format) + u'\n' + DatePartOfFormat(format);
 }
 
-Text ChooseAnnotationFormat(int axisType, float annotationStep, float timeUnitLength) {
+Text ChooseAnnotationFormat(AxisType axisType, float annotationStep, float timeUnitLength) {
   if (axisType == kAxisReal) return ChooseRealFormat(annotationStep);
   if (axisType == kAxisTime) return ChooseTimeFormat(annotationStep, timeUnitLength);
   return Text();

@@ -16,7 +16,7 @@ namespace zel {
 // TIME formats follow the process's report type and date-time format. Once a
 // non-empty date-time format has been seen here, formats keep being derived
 // from it for the rest of the process, even after it is emptied again.
-Text ChooseAnnotationFormat(int axisType, float annotationStep, float timeUnitLength);
+Text ChooseAnnotationFormat(AxisType axisType, float annotationStep, float timeUnitLength);
 
 // The directives of the date part (%m %d %Y %y %B %b) or the time part
 // (%H %M %I %S %p) of a format, each after the character that followed the

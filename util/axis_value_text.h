@@ -15,7 +15,7 @@ using CategoryLabels = std::vector<std::optional<Text>>;
 
 // What the label of an axis value depends on.
 struct AxisLabelFormat {
-  int type = kAxisInteger;                       // an AxisType code
+  AxisType type = kAxisInteger;
   TextView annotationFormat;                     // REAL and TIME axes
   const CategoryLabels* categoryLabels = nullptr;  // DISCRETE axes, may be null
 };

@@ -90,7 +90,7 @@ TEST_F(VAxisTest, GivenStepsAreKeptOnlyWhenNotWholeAndAboveOne) {
 }
 
 struct StepCase {
-  int type;
+  AxisType type;
   Value min, max;
   float annotation, tick;
   Text format;
@@ -120,7 +120,7 @@ TEST_F(VAxisTest, AutomaticStepsAndFormats) {
     axis.UpdateSteps(1);
     EXPECT_EQ(std::tuple(axis.annotationStep(), axis.tickStep(), Utf8FromText(axis.annotationFormat())),
               std::tuple(c.annotation, c.tick, Utf8FromText(c.format)))
-        << c.type << " up to " << Utf8FromText(VariantDisplayText(c.max));
+        << CodeOf(c.type) << " up to " << Utf8FromText(VariantDisplayText(c.max));
   }
 }
 
@@ -150,7 +150,7 @@ TEST_F(VAxisTest, TimeStepsCountUnitsAndFollowTheReportType) {
 }
 
 TEST_F(VAxisTest, DegenerateRangesGiveUsableSteps) {
-  for (int type : {kAxisReal, kAxisInteger, kAxisTime}) {
+  for (AxisType type : {kAxisReal, kAxisInteger, kAxisTime}) {
     for (auto [min, max] : {std::pair(5.0, 5.0), std::pair(0.0, double(NAN)),
                             std::pair(-3e38, 3e38), std::pair(0.0, double(INFINITY))}) {
       VAxis axis(false, type, nullptr);
@@ -163,7 +163,7 @@ TEST_F(VAxisTest, DegenerateRangesGiveUsableSteps) {
       }
       axis.UpdateSteps(1);
       EXPECT_TRUE(std::isfinite(axis.annotationStep()) && axis.annotationStep() > 0)
-          << type << " " << min << ".." << max;
+          << CodeOf(type) << " " << min << ".." << max;
       EXPECT_TRUE(std::isfinite(axis.ValueToFraction(1)));
     }
   }

@@ -45,7 +45,7 @@ TEST_F(VGraphTest, AxesAndDatasetsLiveInThreeNameSpacesInInsertionOrder) {
   AddPlot(1);
   EXPECT_EQ(graph.Kind(), kGraphOfAxes);
   EXPECT_EQ(Ids(graph.EnumXAxes()), (std::vector<int32_t>{1, -5, 3}));
-  EXPECT_EQ(graph.EnumXAxes()[1].type, kAxisTime);
+  EXPECT_EQ(graph.EnumXAxes()[1].type, CodeOf(kAxisTime));
   EXPECT_EQ(MessageOf([&] { graph.AddXAxis(1, kAxisReal, nullptr); }),
             u"An axis with  id = 1 already exists");
   EXPECT_EQ(MessageOf([&] { AddPlot(1); }), u"A dataset with  id = 1 already exists");

@@ -27,11 +27,11 @@ class AnnotationFormatTest : public UtilTest {
 };
 
 TEST_F(AnnotationFormatTest, RealFormatsFollowTheStep) {
-  for (auto [type, step, format] : {std::tuple{int(kAxisReal), 0.001f, u"1.3e"}, {kAxisReal, 0.005f, u"1.3e"},
+  for (auto [type, step, format] : {std::tuple{kAxisReal, 0.001f, u"1.3e"}, {kAxisReal, 0.005f, u"1.3e"},
                                     {kAxisReal, 0.0051f, u"2.3f"}, {kAxisReal, 1.0f, u"2.3f"},
                                     {kAxisReal, 1.0001f, u"3.1f"}, {kAxisInteger, 5.0f, u""},
-                                    {kAxisDiscrete, 1.0f, u""}, {7, 1.0f, u""}})
-    EXPECT_EQ(ChooseAnnotationFormat(type, step, 0), format) << type << " " << step;
+                                    {kAxisDiscrete, 1.0f, u""}, {AxisType(7), 1.0f, u""}})
+    EXPECT_EQ(ChooseAnnotationFormat(type, step, 0), format) << CodeOf(type) << " " << step;
 }
 
 TEST_F(AnnotationFormatTest, TimeFormatsFollowTheSpanBetweenLabelsAndTheReportType) {

@@ -11,19 +11,19 @@ namespace {
 
 constexpr double kMs = kSecondInDays / 1000;
 
-AxisLabelFormat Axis(int type, TextView format = u"", const CategoryLabels* labels = nullptr) {
+AxisLabelFormat Axis(AxisType type, TextView format = u"", const CategoryLabels* labels = nullptr) {
   return {type, format, labels};
 }
 
 // {format, value, text} on an axis of `type`.
-void ExpectTexts(int type, std::initializer_list<std::tuple<const char16_t*, double, const char16_t*>> cases) {
+void ExpectTexts(AxisType type, std::initializer_list<std::tuple<const char16_t*, double, const char16_t*>> cases) {
   for (auto [format, value, text] : cases)
     EXPECT_EQ(FormatAxisValue(Axis(type, format), value), text) << Utf8FromText(format) << " " << value;
 }
 
 TEST(FormatAxisValueTest, IntegersTruncateTowardZero) {
   ExpectTexts(kAxisInteger, {{u"", 3.9, u"3"}, {u"", -3.9, u"-3"}, {u"", std::nan(""), u"-2147483648"}});
-  EXPECT_EQ(FormatAxisValue(Axis(7), 1.0), u"####");
+  EXPECT_EQ(FormatAxisValue(Axis(AxisType(7)), 1.0), u"####");
 }
 
 TEST(FormatAxisValueTest, RealsUseTheAnnotationFormatWithAPercentInFront) {
