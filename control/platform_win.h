@@ -10,7 +10,8 @@
 namespace zel {
 
 // Screen resolution from the display's device context, time from the system
-// clock, texts from `languageText` (none when null).
+// clock, texts from `languageText` (none when null), text values converted
+// by VariantChangeType.
 void InstallWindowsPlatformHooks(Text (*languageText)(int id) = nullptr);
 
 LOGFONTW ToLogFontW(const LogFont& font);

@@ -21,7 +21,8 @@ struct PlatformHooks {
   std::function<Text(int id)> languageText;
   // Converts a text to I4, R4, R8 or Date as the platform's VariantChangeType
   // does (numbers and dates in the user's locale); returns 0 or its failure
-  // code. Default: plain decimal numbers ("-1.5e3", blanks around allowed).
+  // code, and throws std::bad_alloc when memory runs out. Default: plain
+  // decimal numbers ("-1.5e3", blanks around allowed).
   std::function<int32_t(TextView text, ValueKind target, Value& out)> convertText;
 };
 
