@@ -129,10 +129,16 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
+// The scroll-bar styles take effect only once the frame is recalculated:
+// without that the bars have no room and are not drawn until the first
+// resize. The recalculation resizes the client, so the graph is laid out
+// again for what the bars leave.
 LRESULT ControlWindow::OnCreate() {
   LoadCursors();
   LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
   SetWindowLongPtrW(window_, GWL_STYLE, style | WS_HSCROLL | WS_VSCROLL);
+  SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   return 0;
 }
 

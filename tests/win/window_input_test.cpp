@@ -61,7 +61,7 @@ TEST_F(WindowInputTest, ABandFiresAreaSelectedAndAClickSelectsFromTheGraph) {
   EXPECT_LT(0.f, bottom);
   EXPECT_LT(bottom, top);
   EXPECT_LT(top, 1.f);
-  EXPECT_NEAR(right - left, 100.f / 335, 0.05);
+  EXPECT_NEAR(right - left, 100.f / 318, 0.05);
 
   sink.calls.clear();
   Drag(200, 150, 200, 150);  // a click that never moves
@@ -134,7 +134,7 @@ TEST_F(WindowInputTest, ScrollRequestsAndPanningMoveTheZoomedView) {
   SetMouseMode(L"PAN");
   Drag(150, 150, 180, 150);
   auto [panned, pannedRight] = leftAndRight();
-  EXPECT_NEAR(left - panned, 30.f / 670, 0.01f);
+  EXPECT_NEAR(left - panned, 30.f / 636, 0.01f);
   EXPECT_NEAR(pannedRight - panned, 0.5f, 0.01f);
   EXPECT_TRUE(EventsOf(kSelectLegendFromGraph).empty()) << "a pan that moved is no click";
 }
@@ -243,8 +243,8 @@ TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
     SetCursorPos(p.x, p.y);
     Pump();
   };
-  // The host keeps the client's right edge, left of the scroll bar the
-  // control shows once resized, 2 pixels right of the mouse.
+  // The host keeps the client's right edge, left of the control's vertical
+  // scroll bar, 2 pixels right of the mouse.
   int bar = GetSystemMetrics(SM_CXVSCROLL);
   sink.onEvent = [&](DISPID id) {
     if (id != kGraphAreaMoved) return;
@@ -283,7 +283,7 @@ TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
 TEST_F(WindowInputTest, TheContextMenuOffersWhatSuitsThePlace) {
   auto openAt = [&](int x, int y) { return ContextMenuAt(window, x, y); };
   // Outside the plot (on the axis labels): only the axes, and no hairline to show.
-  EXPECT_EQ(openAt(5, 295), (std::vector<MenuItemSeen>{{426, L"Axes Properties...", false},
+  EXPECT_EQ(openAt(5, 280), (std::vector<MenuItemSeen>{{426, L"Axes Properties...", false},
                                                        {0, L"", false},
                                                        {316, L"Show &Hairline Here", true}}));
   EXPECT_TRUE(EventsOf(kSelectLegendFromGraph).empty());
