@@ -99,6 +99,7 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT: return OnPaint();
     case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
     case WM_LBUTTONUP:
     case WM_MOUSEMOVE: control_.OnMouse(message, lParam); return 0;
     case WM_SIZE: return OnSize(lParam);

@@ -231,18 +231,80 @@ void Press(DWORD button) {
   Pump();
 }
 
+void MouseTo(HWND window, int x, int y) {
+  POINT p{x, y};
+  ClientToScreen(window, &p);
+  SetCursorPos(p.x, p.y);
+  Pump();
+}
+
+// The left button's presses and releases as the control's window gets them.
+std::vector<UINT> buttonsSeen;
+WNDPROC controlProcedure = nullptr;
+
+LRESULT CALLBACK RecordButtons(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_LBUTTONUP)
+    buttonsSeen.push_back(message);
+  return CallWindowProcW(controlProcedure, window, message, wParam, lParam);
+}
+
+// The window class asks for double clicks, so the system turns a quick
+// second press into WM_LBUTTONDBLCLK: a band begun with it is an ordinary band.
+TEST_F(WindowInputTest, TheSecondPressOfADoubleClickBandsLikeAFirstPress) {
+  ShowWindow(frame, SW_SHOW);
+  buttonsSeen.clear();
+  controlProcedure = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordButtons)));
+  MouseTo(window, 150, 100);
+  Press(MOUSEEVENTF_LEFTDOWN);
+  Press(MOUSEEVENTF_LEFTUP);
+  Press(MOUSEEVENTF_LEFTDOWN);
+  EXPECT_EQ(GetCapture(), window);
+  MouseTo(window, 250, 200);
+  Press(MOUSEEVENTF_LEFTUP);
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(controlProcedure));
+  ASSERT_EQ(buttonsSeen, (std::vector<UINT>{WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}));
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(EventsOf(kSelectLegendFromGraph).size(), 1u) << "the first press and release are a click";
+  auto doubled = EventsOf(kAreaSelected);
+  ASSERT_EQ(doubled.size(), 1u);
+
+  sink.calls.clear();
+  Drag(150, 100, 250, 200);
+  auto single = EventsOf(kAreaSelected);
+  ASSERT_EQ(single.size(), 1u);
+  for (size_t i = 1; i < 5; ++i) EXPECT_EQ(V_R4(&doubled[0][i].v), V_R4(&single[0][i].v)) << i;
+}
+
+TEST_F(WindowInputTest, AHairlineIsGrabbedAgainByTheSecondPressOfADoubleClick) {
+  LONG id = -1;
+  ASSERT_EQ(graph->AddHairline(10, Var::Missing().v, Var(3).v, &id), S_OK);
+  Send(WM_MOUSEMOVE, 200, 150);
+  SendMessageW(window, WM_COMMAND, 316, 0);  // the hairline now stands at x 200
+  Send(WM_LBUTTONDOWN, 200, 150);
+  Send(WM_LBUTTONUP, 200, 150);
+  float before = 0, after = 0;
+  graph->GetHairlinePosition(id, &before);
+  sink.calls.clear();
+  Send(WM_LBUTTONDBLCLK, 200, 150);
+  EXPECT_EQ(GetCapture(), window);
+  Send(WM_MOUSEMOVE, 260, 150);
+  Send(WM_LBUTTONUP, 260, 150);
+  EXPECT_EQ(GetCapture(), nullptr);
+  graph->GetHairlinePosition(id, &after);
+  EXPECT_GT(after, before + 10);
+  auto moved = EventsOf(kHairlineMoved);
+  ASSERT_EQ(moved.size(), 1u);
+  EXPECT_EQ(V_I4(&moved[0][1].v), id);
+}
+
 TEST_F(WindowInputTest, TheHostResizesItsGraphAreaByDraggingTheBorder) {
   // The container sits at (30, 20) in the shown form, so the form's client
   // coordinates differ from the control's.
   SetWindowPos(host, nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   ShowWindow(frame, SW_SHOW);
   SetLegend(L"RIGHT");
-  auto mouseTo = [&](int x, int y) {
-    POINT p{x, y};
-    ClientToScreen(window, &p);
-    SetCursorPos(p.x, p.y);
-    Pump();
-  };
+  auto mouseTo = [&](int x, int y) { MouseTo(window, x, y); };
   // The host keeps the client's right edge, left of the control's vertical
   // scroll bar, 2 pixels right of the mouse.
   int bar = GetSystemMetrics(SM_CXVSCROLL);
