@@ -169,8 +169,9 @@ void ControlWindow::ShowCursor(CursorShape shape) {
   if (cursor) SetCursor(cursor);
 }
 
-LRESULT ControlWindow::OnSize(LPARAM) {
-  control_.graph().UpdateLayoutAndRepaint();
+// The size is the one the message reports, not what GetClientRect says.
+LRESULT ControlWindow::OnSize(LPARAM lParam) {
+  control_.graph().LayoutAndRepaint(LOWORD(lParam), HIWORD(lParam));
   return 0;
 }
 

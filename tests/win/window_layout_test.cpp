@@ -1,5 +1,6 @@
 // The control's window as a container sizes it: the scroll bars take their
-// room in the frame from the start. The horizontal bar shows the layout: with no axes the
+// room in the frame from the start, and the graph is laid out for the size
+// each resize reports. The horizontal bar shows the layout: with no axes the
 // plot spans the whole layout width, the client width plus one, and the bar's
 // page is the plot's width.
 #include "hosted_control.h"
@@ -38,6 +39,24 @@ TEST_F(WindowLayoutTest, ScrollBarsTurnedOnBeforeAnyResizeTakeTheirRoomAndShow) 
     EXPECT_FALSE(IsRectEmpty(&info.rcScrollBar)) << bar;
   }
   EXPECT_EQ(Page(SB_HORZ), client.right + 1) << "laid out for the client left beside the bar";
+}
+
+TEST_F(WindowLayoutTest, AResizeLaysTheGraphOutForTheSizeItReports) {
+  ShowWindow(frame, SW_SHOW);  // a hidden window has nothing to repaint
+  EnableBars();
+  RECT client = Client();
+  int verticalPage = Page(SB_VERT);
+  ValidateRect(window, nullptr);
+  EXPECT_EQ(SendMessageW(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(250, 120)), 0);
+  EXPECT_EQ(Page(SB_HORZ), 251);
+  EXPECT_EQ(Page(SB_VERT), verticalPage - (client.bottom - 120));
+  EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE)) << "and repainted";
+
+  // A real resize reports the client it leaves.
+  SetWindowPos(host, nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+  client = Client();
+  EXPECT_EQ(Page(SB_HORZ), client.right + 1);
+  EXPECT_EQ(client.right, 300 - GetSystemMetrics(SM_CXVSCROLL));
 }
 
 }  // namespace
