@@ -99,6 +99,7 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT: return OnPaint();
     case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
     case WM_LBUTTONUP:
     case WM_MOUSEMOVE: control_.OnMouse(message, lParam); return 0;
     case WM_SIZE: return OnSize(lParam);
@@ -129,10 +130,16 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
+// The scroll-bar styles take effect only once the frame is recalculated:
+// without that the bars have no room and are not drawn until the first
+// resize. The recalculation resizes the client, so the graph is laid out
+// again for what the bars leave.
 LRESULT ControlWindow::OnCreate() {
   LoadCursors();
   LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
   SetWindowLongPtrW(window_, GWL_STYLE, style | WS_HSCROLL | WS_VSCROLL);
+  SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   return 0;
 }
 
@@ -162,8 +169,9 @@ void ControlWindow::ShowCursor(CursorShape shape) {
   if (cursor) SetCursor(cursor);
 }
 
-LRESULT ControlWindow::OnSize(LPARAM) {
-  control_.graph().UpdateLayoutAndRepaint();
+// The size is the one the message reports, not what GetClientRect says.
+LRESULT ControlWindow::OnSize(LPARAM lParam) {
+  control_.graph().LayoutAndRepaint(LOWORD(lParam), HIWORD(lParam));
   return 0;
 }
 

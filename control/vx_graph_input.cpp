@@ -63,6 +63,7 @@ void CVX_Graph::OnMouse(UINT message, LPARAM lParam) {
   Reaction reaction;
   switch (message) {
     case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:  // the second press of a quick double click
       SetFocus(window);
       reaction = tracker_.ButtonDown(*surface, client, outer);
       break;

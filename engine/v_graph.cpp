@@ -314,8 +314,13 @@ void VGraph::SetGridProps(int32_t color, const std::array<int16_t, 3>& words) {
 void VGraph::UpdateLayoutAndRepaint() {
   if (!HasWindow()) return;
   ClientRect client = window_->ClientRectangle();
+  LayoutAndRepaint(client.right - client.left, client.bottom - client.top);
+}
+
+void VGraph::LayoutAndRepaint(int clientWidth, int clientHeight) {
+  if (!HasWindow()) return;
   // One more than the client size, as the layout has always been given.
-  Recalculate(client.right - client.left + 1, client.bottom - client.top + 1);
+  Recalculate(clientWidth + 1, clientHeight + 1);
   Repaint();
 }
 

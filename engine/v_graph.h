@@ -191,6 +191,8 @@ class VGraph {
   // Lays the graph out for the window's client size and invalidates the
   // window unless drawing is suspended; nothing without a window.
   void UpdateLayoutAndRepaint();
+  // The same for a client area of the given size, as a resize reports it.
+  void LayoutAndRepaint(int clientWidth, int clientHeight);
   // Lays the graph out for a client of width - 1 by height - 1 pixels,
   // measuring text on `measuring`, or on the window's device context.
   void Recalculate(int width, int height, Surface* measuring = nullptr);
