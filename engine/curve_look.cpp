@@ -29,7 +29,7 @@ int ScaledWidth(int width, double scale) {
 
 }  // namespace
 
-CurveLook LookOf(const VDataset& dataset, int typeDrawn, const std::array<int32_t, 4>& statusColors,
+CurveLook LookOf(const VDataset& dataset, DatasetType typeDrawn, const std::array<int32_t, 4>& statusColors,
                  double printerScale, bool highlighted) {
   CurveLook look;
   look.penWidth = ScaledWidth(dataset.lineWidth(), printerScale);

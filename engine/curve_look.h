@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "engine/dataset_keywords.h"
 #include "engine/surface.h"
 
 namespace zel {
@@ -23,7 +24,7 @@ struct CurveLook {
 // process-wide curve toggle; when the toggle was set before, its line, fill
 // and marker colours are inverted. Other types are never drawn highlighted
 // here (bars have their own toggle, BarColor).
-CurveLook LookOf(const VDataset& dataset, int typeDrawn, const std::array<int32_t, 4>& statusColors,
+CurveLook LookOf(const VDataset& dataset, DatasetType typeDrawn, const std::array<int32_t, 4>& statusColors,
                  double printerScale, bool highlighted);
 
 // The fill of a bar: the line colour; a highlighted draw flips the

@@ -27,12 +27,16 @@ bool InTable(const std::array<TextView, N>&, int code) {
 
 }  // namespace
 
-int DatasetTypeFromKeyword(TextView keyword) { return IndexOf(kTypes, keyword, kPlot); }
+DatasetType DatasetTypeFromKeyword(TextView keyword) {
+  return DatasetType(IndexOf(kTypes, keyword, CodeOf(kPlot)));
+}
 
-Text DatasetTypeKeyword(int type) { return Text(InTable(kTypes, type) ? kTypes[size_t(type)] : u"???"); }
+Text DatasetTypeKeyword(DatasetType type) {
+  return Text(InTable(kTypes, CodeOf(type)) ? kTypes[size_t(type)] : u"???");
+}
 
-Text DatasetTypeDisplayText(int type) {
-  return InTable(kTypes, type) ? LookupText(kTextPlot + type) : Text(u"???");
+Text DatasetTypeDisplayText(DatasetType type) {
+  return InTable(kTypes, CodeOf(type)) ? LookupText(kTextPlot + CodeOf(type)) : Text(u"???");
 }
 
 int DatasetLineStyleFromKeyword(TextView keyword) { return IndexOf(kLineStyles, keyword, -1); }

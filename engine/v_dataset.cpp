@@ -26,7 +26,7 @@ void RemoveFromBarList(VAxis* axis, const VDataset* dataset) {
 
 }  // namespace
 
-VDataset::VDataset(int type, VAxis* xAxis, VAxis* yAxis, const DatasetProps* props)
+VDataset::VDataset(DatasetType type, VAxis* xAxis, VAxis* yAxis, const DatasetProps* props)
     : type_(type),
       xAxis_(xAxis),
       yAxis_(yAxis),

@@ -2,6 +2,7 @@
 // One curve of a graph: points (x, y and a status each) drawn against one X
 // and one Y axis in one of the forms of DatasetType, with its look.
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -19,7 +20,7 @@ class VDataset {
  public:
   // Counts itself on both axes and, as a BAR, in the bar lists of the
   // DISCRETE ones; then applies `props` when given.
-  VDataset(int type, VAxis* xAxis, VAxis* yAxis, const DatasetProps* props);
+  VDataset(DatasetType type, VAxis* xAxis, VAxis* yAxis, const DatasetProps* props);
   virtual ~VDataset();
   VDataset(const VDataset&) = delete;
   VDataset& operator=(const VDataset&) = delete;
@@ -44,7 +45,7 @@ class VDataset {
   void SetProps(const DatasetProps& props);
   DatasetProps GetProps() const;
 
-  int type() const { return type_; }
+  DatasetType type() const { return type_; }
   VAxis* xAxis() const { return xAxis_; }
   VAxis* yAxis() const { return yAxis_; }
   const Text& title() const { return title_; }
@@ -66,9 +67,9 @@ class VDataset {
   // What the drawing made of the dataset: the type it was last drawn as (-1
   // before the first drawing), and whether a bar routine has drawn its
   // points as bars.
-  int drawnType() const { return drawnType_; }
+  std::optional<DatasetType> drawnType() const { return drawnType_; }
   bool drawnAsBars() const { return drawnAsBars_; }
-  void NoteDrawn(int type) { drawnType_ = type; }
+  void NoteDrawn(DatasetType type) { drawnType_ = type; }
   void NoteDrawnAsBars() { drawnAsBars_ = true; }
 
  protected:
@@ -79,7 +80,7 @@ class VDataset {
                     const ValueColumn& xIn, const ValueColumn& yIn) const;
   void WriteCategoryLabels(size_t first, size_t n, const ValueColumn& xs, const ValueColumn& ys);
 
-  int type_;
+  DatasetType type_;
   int16_t yAxisId_ = 0;
   VAxis* xAxis_;
   VAxis* yAxis_;
@@ -102,7 +103,7 @@ class VDataset {
   int16_t fillTo_ = kFillToXAxis;
   int32_t fillCurveId_ = 0;
   int32_t useAsGlobal_ = 0;
-  int drawnType_ = -1;
+  std::optional<DatasetType> drawnType_;
   bool drawnAsBars_ = false;
 };
 

@@ -75,7 +75,7 @@ void VGraph::AddYAxis(int32_t id, AxisType type, const AxisProps* props, int pos
   AddAxis(yAxes_, xAxes_, true, id, type, props, positionType, referenceId, crossingValue);
 }
 
-void VGraph::AddDataset(int32_t id, int type, int32_t xAxisId, int32_t yAxisId,
+void VGraph::AddDataset(int32_t id, DatasetType type, int32_t xAxisId, int32_t yAxisId,
                         const DatasetProps* props) {
   if (datasets_.Contains(id)) Raise(kMsgDatasetExists, id);
   if (type == kPie) {
@@ -166,7 +166,7 @@ std::vector<EnumEntry> VGraph::EnumYAxes() const { return EnumAxes(yAxes_); }
 std::vector<EnumEntry> VGraph::EnumDatasets() const {
   std::vector<EnumEntry> entries;
   for (const auto& e : datasets_.entries())
-    entries.push_back({e.id, e.object->title(), e.object->type()});
+    entries.push_back({e.id, e.object->title(), CodeOf(e.object->type())});
   return entries;
 }
 

@@ -65,7 +65,7 @@ class VGraph {
   void AddYAxis(int32_t id, AxisType type, const AxisProps* props, int positionType = 0,
                 int32_t referenceId = 0, float crossingValue = 0);
   // Messages 112, 156, 155, 104, 114.
-  void AddDataset(int32_t id, int type, int32_t xAxisId, int32_t yAxisId,
+  void AddDataset(int32_t id, DatasetType type, int32_t xAxisId, int32_t yAxisId,
                   const DatasetProps* props);
   // Message 104 for a missing axis, 154 for one that is still referenced.
   void RemoveXAxis(int32_t id);

@@ -122,7 +122,7 @@ class CurvePassTest : public EngineTest {
     graph_.AddXAxis(1, kAxisReal, &range);
     graph_.AddYAxis(1, kAxisReal, &range);
   }
-  void Add(int32_t id, int type, DatasetProps props) {
+  void Add(int32_t id, DatasetType type, DatasetProps props) {
     graph_.AddDataset(id, type, 1, 1, &props);
     std::vector<double> xs = {10, 50, 90}, ys = {20, 60, 40};
     std::vector<int32_t> status(3, 0);

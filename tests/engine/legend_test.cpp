@@ -12,7 +12,7 @@ using Calls = std::vector<std::string>;
 class LegendTest : public EngineTest {
  protected:
   // A curve titled `title` (7 pixels a character on the recorder).
-  void Add(const std::u16string& title, int type = kPlot, const char16_t* marker = u"BOX") {
+  void Add(const std::u16string& title, DatasetType type = kPlot, const char16_t* marker = u"BOX") {
     DatasetProps props{.title = title, .markerShape = Text(marker), .lineColor = 0x0000FF, .markerColor = 0x00FF00,
                        .titleColor = 0x112233, .type = DatasetTypeKeyword(type)};
     int32_t id = int32_t(datasets.size()) + 1;

@@ -224,7 +224,7 @@ TEST(DatasetKeywordsTest, DisplayTextsComeFromTheTextTableInTheirOwnOrder) {
                                 MarkerShapeDisplayText(kMarkerNone), MarkerShapeDisplayText(7)}),
             (std::vector<Text>{u"DOT", u"BOX", u"NONE", u"NONE"}));
   EXPECT_EQ((std::vector<Text>{LineStyleDisplayText(2), LineStyleDisplayText(-1), DatasetTypeDisplayText(kStackedBar),
-                                DatasetTypeDisplayText(9), DatasetTypeKeyword(-1)}),
+                                DatasetTypeDisplayText(DatasetType(9)), DatasetTypeKeyword(DatasetType(-1))}),
             (std::vector<Text>{u"DOTTED", u"SOLID", u"STACKED BAR", u"???", u"???"}));
   EXPECT_EQ((std::vector<Text>{ListIndexText(4), ListIndexText(6), ListIndexText(0)}),
             (std::vector<Text>{u"4", u"1", u"1"}));
