@@ -20,7 +20,7 @@ AxisType AxisTypeFromKeyword(TextView keyword) {
 
 // Position keywords; anything unknown is the low side (0), so that message
 // 103, which stands after this fallback, is never raised.
-int PositionTypeFromKeyword(TextView keyword, bool vertical) {
+VAxis::Placement PositionTypeFromKeyword(TextView keyword, bool vertical) {
   if (keyword == u"LEFT" || keyword == u"BOTTOM") return VAxis::kLowSide;
   if (keyword == u"RIGHT" || keyword == u"TOP") return VAxis::kHighSide;
   if (keyword == u"CENTER") return VAxis::kCenter;
@@ -56,7 +56,7 @@ HRESULT CVX_Graph::AddAxis(bool vertical, LONG id, BSTR type, const VARIANT& pro
   if (wrongShape) return E_INVALIDARG;
   return Guarded([&] {
     AxisType axisType = AxisTypeFromKeyword(TextOf(type));
-    int position = PositionTypeFromKeyword(OptionalKeyword(positionType), vertical);
+    VAxis::Placement position = PositionTypeFromKeyword(OptionalKeyword(positionType), vertical);
     int32_t reference = OptionalInt(referenceAxis, 0);
     std::optional<AxisProps> engineProps;
     if (record) engineProps = AxisPropsFromRecord(*static_cast<::AxisProps*>(record));

@@ -29,7 +29,7 @@ float FloatOr0(const Value& value) {
 
 }  // namespace
 
-VAxis::VAxis(bool vertical, AxisType type, const AxisProps* props, int placement, VAxis* reference,
+VAxis::VAxis(bool vertical, AxisType type, const AxisProps* props, Placement placement, VAxis* reference,
              float crossingValue)
     : vertical_(vertical),
       type_(type),

@@ -38,11 +38,17 @@ struct BarSlot {
 
 class VAxis {
  public:
-  enum Placement : int { kLowSide = 0, kHighSide = 1, kCenter = 2, kOnAxis = 3 };
+  // Where an axis stands, as its position keyword says: beside the plot at
+  // the low or high side, centred, or crossing another axis at a value.
+  enum class Placement : int32_t { kLowSide = 0, kHighSide = 1, kCenter = 2, kOnAxis = 3 };
+  static constexpr Placement kLowSide = Placement::kLowSide;
+  static constexpr Placement kHighSide = Placement::kHighSide;
+  static constexpr Placement kCenter = Placement::kCenter;
+  static constexpr Placement kOnAxis = Placement::kOnAxis;
 
   // A new axis with the defaults, then `props` when given (which may throw,
   // as SetProperties). An axis placed on another one counts itself there.
-  VAxis(bool vertical, AxisType type, const AxisProps* props, int placement = kLowSide,
+  VAxis(bool vertical, AxisType type, const AxisProps* props, Placement placement = kLowSide,
         VAxis* reference = nullptr, float crossingValue = 0);
   ~VAxis();
   VAxis(const VAxis&) = delete;
@@ -50,7 +56,7 @@ class VAxis {
 
   bool vertical() const { return vertical_; }
   AxisType type() const { return type_; }
-  int placement() const { return placement_; }
+  Placement placement() const { return placement_; }
   VAxis* reference() const { return reference_; }
   float crossingValue() const { return crossingValue_; }
 
@@ -128,7 +134,7 @@ class VAxis {
 
   bool vertical_;
   AxisType type_;
-  int placement_;
+  Placement placement_;
   VAxis* reference_;
   float crossingValue_;
   CategoryLabels categoryLabels_;

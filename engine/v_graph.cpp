@@ -51,7 +51,7 @@ int VGraph::Kind() const {
 }
 
 void VGraph::AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertical, int32_t id,
-                     AxisType type, const AxisProps* props, int positionType, int32_t referenceId,
+                     AxisType type, const AxisProps* props, VAxis::Placement positionType, int32_t referenceId,
                      float crossingValue) {
   if (Kind() == kGraphOfPie) Raise(kMsgPieExists);
   if (axes.Contains(id)) Raise(kMsgAxisExists, id);
@@ -65,12 +65,12 @@ void VGraph::AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertic
   UpdateLayoutAndRepaint();
 }
 
-void VGraph::AddXAxis(int32_t id, AxisType type, const AxisProps* props, int positionType,
+void VGraph::AddXAxis(int32_t id, AxisType type, const AxisProps* props, VAxis::Placement positionType,
                       int32_t referenceId, float crossingValue) {
   AddAxis(xAxes_, yAxes_, false, id, type, props, positionType, referenceId, crossingValue);
 }
 
-void VGraph::AddYAxis(int32_t id, AxisType type, const AxisProps* props, int positionType,
+void VGraph::AddYAxis(int32_t id, AxisType type, const AxisProps* props, VAxis::Placement positionType,
                       int32_t referenceId, float crossingValue) {
   AddAxis(yAxes_, xAxes_, true, id, type, props, positionType, referenceId, crossingValue);
 }

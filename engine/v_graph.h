@@ -60,9 +60,9 @@ class VGraph {
 
   // Adds an axis; a position type of 3 places it at `crossingValue` on the
   // axis `referenceId` of the other direction. Messages 155, 101, 104.
-  void AddXAxis(int32_t id, AxisType type, const AxisProps* props, int positionType = 0,
+  void AddXAxis(int32_t id, AxisType type, const AxisProps* props, VAxis::Placement positionType = VAxis::kLowSide,
                 int32_t referenceId = 0, float crossingValue = 0);
-  void AddYAxis(int32_t id, AxisType type, const AxisProps* props, int positionType = 0,
+  void AddYAxis(int32_t id, AxisType type, const AxisProps* props, VAxis::Placement positionType = VAxis::kLowSide,
                 int32_t referenceId = 0, float crossingValue = 0);
   // Messages 112, 156, 155, 104, 114.
   void AddDataset(int32_t id, DatasetType type, int32_t xAxisId, int32_t yAxisId,
@@ -215,7 +215,7 @@ class VGraph {
 
  private:
   void AddAxis(IdMap<VAxis>& axes, const IdMap<VAxis>& others, bool vertical, int32_t id,
-               AxisType type, const AxisProps* props, int positionType, int32_t referenceId,
+               AxisType type, const AxisProps* props, VAxis::Placement positionType, int32_t referenceId,
                float crossingValue);
   void RemoveAxis(IdMap<VAxis>& axes, int32_t id);
   void DestroyAxes();

@@ -14,7 +14,7 @@ class GraphLayoutTest : public EngineTest {
   FakeWindow window;  // 400 by 300: layout for 401 by 301
   VGraph graph{&window};
 
-  void AddY(int32_t id, int side = VAxis::kLowSide) {
+  void AddY(int32_t id, VAxis::Placement side = VAxis::kLowSide) {
     AxisProps unit = AxisRange(0.0, 1.0);  // labels "0.000" and "1.000": 35 pixels wide
     graph.AddYAxis(id, kAxisReal, &unit, side);
   }
