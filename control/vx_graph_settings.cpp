@@ -74,20 +74,20 @@ MouseMode MouseModeFromKeyword(TextView keyword) {
   return MouseMode::kNone;
 }
 
-Text LegendPositionKeyword(int position) {
+Text LegendPositionKeyword(LegendPosition position) {
   switch (position) {
-    case 1: return u"RIGHT";
-    case 2: return u"TOP";
-    case 3: return u"LEFT";
+    case LegendPosition::kRight: return u"RIGHT";
+    case LegendPosition::kTop: return u"TOP";
+    case LegendPosition::kLeft: return u"LEFT";
     default: return u"BOTTOM";
   }
 }
 
-int LegendPositionFromKeyword(TextView keyword) {
-  if (keyword == u"RIGHT") return 1;
-  if (keyword == u"TOP") return 2;
-  if (keyword == u"LEFT") return 3;
-  return 0;
+LegendPosition LegendPositionFromKeyword(TextView keyword) {
+  if (keyword == u"RIGHT") return LegendPosition::kRight;
+  if (keyword == u"TOP") return LegendPosition::kTop;
+  if (keyword == u"LEFT") return LegendPosition::kLeft;
+  return LegendPosition::kBottom;
 }
 
 }  // namespace
@@ -172,7 +172,7 @@ STDMETHODIMP CVX_Graph::put_LegendEnabled(LONG value) {
 STDMETHODIMP CVX_Graph::get_LegendPosition(BSTR* position) {
   if (!position) return E_INVALIDARG;
   Text keyword = legendEnabled_ ? LegendPositionKeyword(graph_->legendPosition()) : Text(u"BOTTOM");
-  if (!legendEnabled_) graph_->SetLegendPosition(-1);
+  if (!legendEnabled_) graph_->SetLegendPosition(LegendPosition::kNone);
   return ReadText(position, keyword);
 }
 

@@ -49,9 +49,7 @@ void VGraph::Recalculate(int width, int height, Surface* measuring) {
 // margins are applied, so the margin lies between legend and graph.
 void VGraph::PlaceLegend(Surface* measuring, FrameRect& plot, int32_t w, int32_t h) {
   if (!legend_) return;
-  int32_t position = legendPosition_;
-  if (position != VLegend::kRight && position != VLegend::kTop && position != VLegend::kLeft)
-    position = VLegend::kBottom;
+  LegendPosition position = VLegend::Placed(legendPosition_);
   legend_->position = position;
   bool side = VLegend::IsSide(position);
   int32_t room = measuring ? legend_->Measure(*measuring, position, side ? h + 1 : w + 1, printScale()) : 0;

@@ -160,10 +160,10 @@ class VGraph {
   void ScrolledZoomRect(const Fractions& zoom) { zoomRect_ = zoom; }
   MouseMode mouseMode() const { return mouseMode_; }
   void SetMouseMode(MouseMode mode) { mouseMode_ = mode; }
-  // The LegendPosition keyword's value as the host last gave it (-1 after it
-  // was read without a legend).
-  int32_t legendPosition() const { return legendPosition_; }
-  void SetLegendPosition(int32_t position) { legendPosition_ = position; }
+  // The LegendPosition keyword's value as the host last gave it (kNone after
+  // it was read without a legend).
+  LegendPosition legendPosition() const { return legendPosition_; }
+  void SetLegendPosition(LegendPosition position) { legendPosition_ = position; }
   // The legend exists while it is enabled.
   void EnableLegend(bool enabled);
   VLegend* legend() const { return legend_.get(); }
@@ -244,7 +244,7 @@ class VGraph {
 
   HostWindow* window_;
   int32_t suspendDraw_ = 0;
-  int32_t legendPosition_ = 0;
+  LegendPosition legendPosition_ = LegendPosition::kBottom;
   std::unique_ptr<VLegend> legend_;
   int32_t barWidth_ = -1;
   std::optional<int32_t> highlightedCurve_;

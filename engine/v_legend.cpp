@@ -124,7 +124,7 @@ Pen SamplePen(const VDataset& dataset) {
 
 }  // namespace
 
-int32_t VLegend::Measure(Surface& surface, int32_t position, int32_t along, double scale) const {
+int32_t VLegend::Measure(Surface& surface, Position position, int32_t along, double scale) const {
   double s = ScaleOn(surface, scale);
   LegendMetrics metrics(s);
   EntryFlow flow(IsSide(position), along, metrics);

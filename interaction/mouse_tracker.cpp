@@ -141,7 +141,7 @@ Reaction MouseTracker::MouseMove(Surface& surface, Point client, Point outer) {
 // faces the legend (x beside it, y above or below) has moved two pixels or
 // more since the last report; the host resizes the graph area to it.
 void MouseTracker::BorderStep(Point outer, Reaction& reaction) {
-  bool sideways = graph_.legend() && (BorderSide(graph_.legendPosition()) % 2 == 1);
+  bool sideways = graph_.legend() && VLegend::IsSide(graph_.legendPosition());
   int64_t change = sideways ? int64_t(outer.x) - borderPoint_.x : int64_t(outer.y) - borderPoint_.y;
   if (std::abs(change) < kBorderStep) return;
   borderPoint_ = outer;
@@ -238,9 +238,9 @@ Reaction MouseTracker::Cancel(Surface& surface) {
 
 CursorShape MouseTracker::CursorAt(Point client) {
   ClientRect c = window_.ClientRectangle();
-  int32_t position = graph_.legendPosition();
+  LegendPosition position = graph_.legendPosition();
   if (graph_.legend() && OnLegendBorder(position, c, client))
-    return BorderSide(position) % 2 == 1 ? CursorShape::kSizeWE : CursorShape::kSizeNS;
+    return VLegend::IsSide(position) ? CursorShape::kSizeWE : CursorShape::kSizeNS;
   FramePoint p = ToFrame(graph_, c, client);
   if (HairlineAt(p) >= 0) return CursorShape::kSizeWE;
   if (graph_.mouseMode() == MouseMode::kPan && InsideFrame(graph_.plotFrame(), p)) return CursorShape::kHand;

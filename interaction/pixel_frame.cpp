@@ -17,16 +17,12 @@ float FractionY(const FrameRect& data, int32_t y) {
 
 bool InsideFrame(const FrameRect& frame, FramePoint p) { return frame.Contains(p.x, p.y); }
 
-int32_t BorderSide(int32_t legendPosition) {
-  return legendPosition >= 1 && legendPosition <= 3 ? legendPosition : 0;
-}
-
-bool OnLegendBorder(int32_t legendPosition, const ClientRect& c, Point m) {
+bool OnLegendBorder(LegendPosition legendPosition, const ClientRect& c, Point m) {
   auto within = [](int32_t v, int32_t from, int32_t to) { return v >= from && v <= to; };
-  switch (BorderSide(legendPosition)) {
-    case 1: return within(m.x, c.right - 5, c.right + 5);
-    case 2: return within(m.y, c.top - 3, c.top + 5);
-    case 3: return within(m.x, c.left - 3, c.left + 5);
+  switch (VLegend::Placed(legendPosition)) {
+    case VLegend::kRight: return within(m.x, c.right - 5, c.right + 5);
+    case VLegend::kTop: return within(m.y, c.top - 3, c.top + 5);
+    case VLegend::kLeft: return within(m.x, c.left - 3, c.left + 5);
     default: return within(m.y, c.bottom - 5, c.bottom + 5);
   }
 }

@@ -21,12 +21,8 @@ float FractionY(const FrameRect& data, int32_t y);
 
 bool InsideFrame(const FrameRect& frame, FramePoint point);
 
-// The legend position as the border test reads it: 1 right, 2 top, 3 left,
-// anything else 0 (bottom).
-int32_t BorderSide(int32_t legendPosition);
-
 // Whether a client point lies on the band along the window edge that faces
 // the legend (bounds inclusive).
-bool OnLegendBorder(int32_t legendPosition, const ClientRect& client, Point mouse);
+bool OnLegendBorder(LegendPosition legendPosition, const ClientRect& client, Point mouse);
 
 }  // namespace zel

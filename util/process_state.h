@@ -12,7 +12,9 @@ namespace zel {
 struct ProcessState {
   // Whether the second, third and fourth Y axis get a band of their own.
   std::array<int32_t, 3> splitYAxis{};
-  // 0 normally; 1, 2 and 3 change time labels and hairline labels.
+  // 0 normally; 1, 2 and 3 change time labels and hairline labels. Kept as
+  // the host's number: any value above 0 rounds hairline labels, so values
+  // outside 0..3 mean something too.
   int32_t reportType = 0;
   // The date-time format of SetDTFormat (at most 62 characters), and whether
   // the annotation format choice has ever seen it non-empty; once it has, it

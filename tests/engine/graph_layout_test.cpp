@@ -88,14 +88,14 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
   FrameRect without = Plot();
   graph.EnableLegend(true);
   RecordingSurface measuring;
-  // Each side gives up the measured room; BOTTOM, and any unknown position, at the bottom.
-  const int32_t positions[] = {VLegend::kRight, VLegend::kLeft, VLegend::kTop, VLegend::kBottom, 7};
-  for (int32_t position : positions) {
+  // Each side gives up the measured room; BOTTOM, and the position a
+  // read-back without a legend leaves, at the bottom.
+  for (LegendPosition position : {VLegend::kRight, VLegend::kLeft, VLegend::kTop, VLegend::kBottom,
+                                  LegendPosition::kNone}) {
     graph.SetLegendPosition(position);
     graph.UpdateLayoutAndRepaint();
-    bool side = position == VLegend::kRight || position == VLegend::kLeft;
-    int32_t room = graph.legend()->Measure(measuring, position == 7 ? VLegend::kBottom : position,
-                                           side ? 301 : 401, 1.0);
+    bool side = VLegend::IsSide(position);
+    int32_t room = graph.legend()->Measure(measuring, VLegend::Placed(position), side ? 301 : 401, 1.0);
     ASSERT_GT(room, 0);
     FrameRect expected = without;
     Rect legend{0, 0, 400, 300};
@@ -103,8 +103,8 @@ TEST_F(GraphLayoutTest, TheLegendTakesItsSideBeforeTheMargins) {
     else if (position == VLegend::kLeft) expected.left += room, legend.right = room;
     else if (position == VLegend::kTop) expected.top -= room, legend.bottom = room;
     else expected.bottom += room, legend.top = 300 - room;
-    EXPECT_EQ(Edges(Plot()), Edges(expected)) << position;
-    EXPECT_EQ(graph.legend()->rect, legend) << position;
+    EXPECT_EQ(Edges(Plot()), Edges(expected)) << int(position);
+    EXPECT_EQ(graph.legend()->rect, legend) << int(position);
   }
   graph.EnableLegend(false);
   graph.UpdateLayoutAndRepaint();
@@ -119,15 +119,15 @@ TEST_F(GraphLayoutTest, AnOversizedLegendTakesAtMostTheClient) {
   DatasetProps named{.title = Text(200, u'w')};  // 1400 pixels of title
   graph.AddDataset(1, kPlot, 1, 1, &named);
   graph.EnableLegend(true);
-  for (int32_t position : {VLegend::kRight, VLegend::kLeft}) {
+  for (LegendPosition position : {VLegend::kRight, VLegend::kLeft}) {
     graph.SetLegendPosition(position);
     graph.UpdateLayoutAndRepaint();
     const Rect& legend = graph.legend()->rect;
-    EXPECT_EQ(legend.right - legend.left, 400) << position;
+    EXPECT_EQ(legend.right - legend.left, 400) << int(position);
     EXPECT_GE(legend.left, 0);
     EXPECT_LE(legend.right, 400);
     EXPECT_LT(Plot().right - Plot().left, 0) << "no room is left for the plot";
-    EXPECT_GT(graph.dataArea().width(), -1000) << position;
+    EXPECT_GT(graph.dataArea().width(), -1000) << int(position);
   }
 }
 

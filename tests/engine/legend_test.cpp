@@ -18,7 +18,7 @@ class LegendTest : public EngineTest {
     int32_t id = int32_t(datasets.size()) + 1;
     datasets.Add(id, std::make_unique<VDataset>(type, nullptr, nullptr, &props));
   }
-  Calls Draw(int32_t position, const Rect& rect, double scale = 1) {
+  Calls Draw(LegendPosition position, const Rect& rect, double scale = 1) {
     legend.position = position;
     legend.rect = rect;
     surface.calls.clear();
@@ -79,17 +79,17 @@ TEST_F(LegendTest, BarsShowNoMarkerAndOtherCurvesTheirShape) {
 
 TEST_F(LegendTest, TheSeparatorIsAnXorLineOnTheSideFacingThePlot) {
   Add(u"x");
-  for (auto [position, from, to] : {std::tuple{int32_t(VLegend::kRight), "MoveTo(300,10)", "LineTo(300,90)"},
+  for (auto [position, from, to] : {std::tuple{VLegend::kRight, "MoveTo(300,10)", "LineTo(300,90)"},
                                     {VLegend::kLeft, "MoveTo(399,10)", "LineTo(399,90)"},
                                     {VLegend::kTop, "MoveTo(300,89)", "LineTo(400,89)"},
                                     {VLegend::kBottom, "MoveTo(300,10)", "LineTo(400,10)"},
-                                    {7, "MoveTo(300,10)", "LineTo(400,10)"}}) {
+                                    {LegendPosition::kNone, "MoveTo(300,10)", "LineTo(400,10)"}}) {
     Calls calls = Draw(position, {300, 10, 400, 90});
     ASSERT_GE(calls.size(), 8u);
     EXPECT_EQ(calls[0], "Save");
     EXPECT_EQ(calls[1], "IntersectClip(300,10,400,90)");
     EXPECT_EQ((Calls(calls.begin() + 2, calls.begin() + 7)),
-              (Calls{"Xor", "Pen(0,1,FFFFFF,cosmetic)", from, to, "Copy"})) << position;
+              (Calls{"Xor", "Pen(0,1,FFFFFF,cosmetic)", from, to, "Copy"})) << int(position);
     EXPECT_EQ(calls.back(), "Restore");
   }
   EXPECT_TRUE(Draw(VLegend::kRight, {300, 10, 300, 90}).empty());

@@ -128,11 +128,11 @@ TEST_F(MouseTrackerTest, EscapeErasesAndOnlyWhenDragging) {
 
 TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
   graph_.EnableLegend(true);
-  graph_.SetLegendPosition(1);
+  graph_.SetLegendPosition(VLegend::kRight);
   EXPECT_EQ(tracker_.CursorAt({395, 100}), CursorShape::kSizeWE);
-  graph_.SetLegendPosition(0);
+  graph_.SetLegendPosition(VLegend::kBottom);
   EXPECT_EQ(tracker_.CursorAt({100, 295}), CursorShape::kSizeNS);
-  graph_.SetLegendPosition(1);
+  graph_.SetLegendPosition(VLegend::kRight);
 
   tracker_.MouseMove(surface_, {120, 130}, {});
   tracker_.ButtonDown(surface_, {394, 100}, {500, 40});
@@ -149,7 +149,7 @@ TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
   EXPECT_EQ(tracker_.mouseX(), 120);
 
   // Above the graph y is watched; a release two pixels on finishes there.
-  graph_.SetLegendPosition(2);
+  graph_.SetLegendPosition(VLegend::kTop);
   tracker_.ButtonDown(surface_, {100, 1}, {500, 40});
   EXPECT_TRUE(tracker_.MouseMove(surface_, {}, {540, 41}).events.empty());
   EXPECT_EQ(tracker_.ButtonUp(surface_, {}, {540, 38}).events,
@@ -159,7 +159,7 @@ TEST_F(MouseTrackerTest, BorderDragReportsStepsOfTwoPixelsOrMore) {
 
   // Without a legend the band still takes the press, but reports nothing.
   graph_.EnableLegend(false);
-  graph_.SetLegendPosition(0);
+  graph_.SetLegendPosition(VLegend::kBottom);
   tracker_.ButtonDown(surface_, {100, 297}, {500, 40});
   EXPECT_EQ(tracker_.dragState(), DragState::kDraggingBorder);
   EXPECT_TRUE(tracker_.MouseMove(surface_, {100, 250}, {500, 0}).events.empty());
