@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 #include "engine/curve_reduction.h"
 #include "engine/dataset_keywords.h"
@@ -128,6 +129,42 @@ void PlotPainter::Leave(size_t i, double x, double y, bool inside, Point at) {
   runStart_ = runEnd_ = i;
 }
 
+// Whether point i is drawn at all (as ForEachDrawnPoint decides).
+bool IsDrawn(const VDataset& dataset, const PointMap& map, size_t i) {
+  if (dataset.status()[i] >= kAbsentStatus) return false;
+  return !std::isnan(map.X(dataset.xValues().NumberAt(i))) && !std::isnan(map.Y(dataset.yValues().NumberAt(i)));
+}
+
+// The points of a curve whose x values never decrease that can colour the
+// visible columns: those whose pixel lies within `reach` columns of them,
+// and the drawn point on either side, where a segment into the view starts
+// or ends. Everything for other curves.
+std::pair<size_t, size_t> VisiblePoints(const VDataset& dataset, const PointMap& map, CurveArea area,
+                                        int32_t reach) {
+  size_t count = std::min({dataset.count(), dataset.xValues().size(), dataset.yValues().size(),
+                           dataset.status().size()});
+  double pixelsPerUnit = map.xScale().pixelsPerUnit;
+  if (!dataset.xValues().nonDecreasing() || !std::isfinite(pixelsPerUnit) || pixelsPerUnit == 0) return {0, count};
+  double from = double(area.firstVisible) - reach, to = double(area.lastVisible) + reach;
+  // Pixels grow with x on an axis drawn forwards, and shrink on one drawn backwards.
+  bool forwards = pixelsPerUnit > 0;
+  auto before = [&](size_t i) {
+    double x = map.X(dataset.xValues().NumberAt(i));
+    return forwards ? x < from : x > to;
+  };
+  auto upTo = [&](size_t i) {
+    double x = map.X(dataset.xValues().NumberAt(i));
+    return forwards ? x <= to : x >= from;
+  };
+  auto indexes = std::views::iota(size_t(0), count);
+  size_t first = size_t(std::ranges::partition_point(indexes, before) - indexes.begin());
+  auto rest = std::views::iota(first, count);
+  size_t last = first + size_t(std::ranges::partition_point(rest, upTo) - rest.begin());
+  while (first > 0 && !IsDrawn(dataset, map, --first)) {}
+  while (last < count && !IsDrawn(dataset, map, last)) ++last;
+  return {first, std::min(last + 1, count)};
+}
+
 bool Reduces(Reduction reduction, size_t count, CurveArea area) {
   if (reduction != Reduction::kAuto) return reduction == Reduction::kAlways;
   return count / 2 > size_t(std::max(area.width, 0)) + 1;
@@ -165,7 +202,9 @@ void DrawPlot(Surface& surface, const VDataset& dataset, CurveArea area, const C
   PointMap map(dataset, area);
   surface.SelectPen(CurvePen(dataset.lineStyle(), look.penWidth, look.line));
   PlotPainter painter(surface, dataset, map, area, look, Reduces(reduction, dataset.count(), area));
-  ForEachDrawnPoint(dataset, map, painter);
+  int32_t markerReach = look.penWidth * 5 / 2 + 2;
+  auto [first, last] = VisiblePoints(dataset, map, area, std::max(markerReach, kVisibilityMargin + 1));
+  ForEachDrawnPoint(dataset, map, first, last, painter);
   painter.Finish();
 }
 

@@ -25,6 +25,9 @@ constexpr int32_t kUnmarkedStatus = 10;
 // maximum, just above the top row), as in the graph's frame.
 struct CurveArea {
   int32_t width = 0, height = 0;
+  // The columns the drawing can show (the plot frame's, when zoomed): points
+  // of a curve sorted by x that cannot reach them are not visited.
+  int32_t firstVisible = INT32_MIN, lastVisible = INT32_MAX;
   double top() const { return -1; }
   double bottom() const { return height - 1; }
   bool Contains(double x, double y) const { return x >= 0 && x <= width && y >= top() && y <= bottom(); }

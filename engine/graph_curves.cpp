@@ -23,7 +23,8 @@ const VDataset* FillReference(const IdMap<VDataset>& datasets, const VDataset& d
 }  // namespace
 
 void VGraph::DrawCurves(Surface& surface) {
-  CurveArea area{layout_.data.width(), layout_.data.height()};
+  Rect plot = PlotInPass();
+  CurveArea area{layout_.data.width(), layout_.data.height(), plot.left, plot.right};
   double printerScale = surface.Technology() == kRasterPrinter ? printScale() : 1.0;
   BarFrame bars{area, 0, barWidth_, {}};
   for (size_t k = 0; k < yAxes_.size() && k < bars.yAxes.size(); ++k) bars.yAxes[k] = yAxes_.entries()[k].object.get();

@@ -37,8 +37,17 @@ class PointColumn {
   void Truncate(size_t size);
   void Clear();
 
+  // Whether every value is at least the one before it (no NaN among them),
+  // kept up to date as values arrive, so that a sorted curve's visible
+  // points can be found by search.
+  bool nonDecreasing() const { return nonDecreasing_; }
+
  private:
+  // Takes in the values from `from` on.
+  void CheckOrderFrom(size_t from);
+
   Storage values_;
+  bool nonDecreasing_ = true;
 };
 
 }  // namespace zel

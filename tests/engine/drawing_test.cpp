@@ -210,6 +210,62 @@ TEST_F(DrawingTest, ADenseCurveIsReducedButKeepsItsPixelsAndMarkers) {
   EXPECT_GT(every.Calls("FillEllipse").size(), 1000u);
 }
 
+// A curve sorted by x visits only the points that can reach the visible
+// columns, and those columns come out exactly as when every point is drawn:
+// random walks with repeated x, NaN values and absent points, reversed axes.
+TEST_F(DrawingTest, ASortedCurveDrawsOnlyWhatReachesTheViewAndTheSamePixels) {
+  std::mt19937 random(5);
+  for (int trial = 0; trial < 200; ++trial) {
+    AxisProps xRange = trial % 5 == 4 ? AxisRange(100.0, 0.0) : AxisRange(0.0, 100.0);
+    VAxis x(false, kAxisReal, &xRange);
+    DatasetProps props{.markerShape = trial % 3 ? u"BOX" : u"NONE"};
+    VDataset curve(kPlot, &x, &y_, &props);
+    std::vector<double> xs, ys;
+    std::vector<int32_t> status;
+    double at = -20, level = 50;
+    int n = 50 + int(random() % 3000);
+    for (int i = 0; i < n; ++i) {
+      at += random() % 4 == 0 ? 0 : std::uniform_real_distribution<double>(0, 140.0 / n)(random);
+      level += std::uniform_real_distribution<double>(-4, 4)(random);
+      xs.push_back(at);
+      ys.push_back(random() % 50 == 0 ? std::nan("") : level);
+      status.push_back(random() % 40 == 0 ? 11 : 0);
+    }
+    LoadPoints(curve, xs, ys, status);
+    ASSERT_TRUE(curve.xValues().nonDecreasing());
+    int32_t first = int32_t(random() % 380), last = first + int32_t(random() % (400 - first));
+    CurveLook look = LookOf(curve, kPlot, {}, 1, false);
+    PixelModel every, seen;
+    DrawPlot(every, curve, {400, 100}, look);
+    DrawPlot(seen, curve, {400, 100, first, last}, look);
+    auto inView = [&](const PixelModel& m) {
+      std::set<std::pair<int32_t, int32_t>> kept;
+      for (auto p : m.pixels)
+        if (p.first >= first && p.first <= last) kept.insert(p);
+      return kept;
+    };
+    ASSERT_EQ(inView(every), inView(seen)) << "trial " << trial;
+    auto marksInView = [&](const PixelModel& m) {
+      std::vector<std::string> kept;
+      for (const std::string& box : m.Calls("FillBox(")) {
+        int l, t, r;
+        std::sscanf(box.c_str(), "FillBox(%d,%d,%d", &l, &t, &r);
+        if (r > first && l <= last) kept.push_back(box);
+      }
+      return kept;
+    };
+    ASSERT_EQ(marksInView(every), marksInView(seen)) << "trial " << trial;
+    if (n > 1000 && last - first < 40 && every.lines > 40) EXPECT_LT(seen.lines, every.lines) << "trial " << trial;
+  }
+  // Appended points that go back keep the curve unsorted: every point is visited.
+  VDataset curve(kPlot, &x_, &y_, nullptr);
+  LoadPoints(curve, {1, 2, 3}, {1, 2, 3});
+  std::vector<double> back = {2.5};
+  std::vector<int32_t> normal = {0};
+  curve.SetValues(1, Column(back), Column(back), normal, true);
+  EXPECT_FALSE(curve.xValues().nonDecreasing());
+}
+
 TEST_F(DrawingTest, FirstMarksAlignOnWholeStepsEvenFarFromZero) {
   EXPECT_DOUBLE_EQ(FirstMarkOffset(3, 5), 2);
   EXPECT_DOUBLE_EQ(FirstMarkOffset(-3, 5), 3);
