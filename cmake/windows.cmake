@@ -39,9 +39,9 @@ set_target_properties(ZELGraph PROPERTIES PREFIX "" OUTPUT_NAME ZELGraph)
 # The .def file names the entry points undecorated; on i686 they are
 # __stdcall and the linker maps them to their decorated names.
 target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup -s)
-target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR}/resources ${generated})
+target_include_directories(ZELGraph PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/resources ${generated})
 target_link_libraries(ZELGraph PRIVATE zelgraph_core zelgraph_interface ${static_runtime}
-  ole32 oleaut32 uuid gdi32 user32 advapi32 shlwapi)
+  ole32 oleaut32 uuid gdi32 user32 advapi32 shlwapi comctl32 comdlg32)
 
 # GoogleTest, built for Windows from Debian's sources.
 set(GTEST_SOURCE_DIR /usr/src/googletest CACHE PATH "GoogleTest sources")

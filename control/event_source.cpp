@@ -8,57 +8,6 @@
 #include "zelgraph_idl.h"
 
 namespace zel {
-namespace {
-
-// Enumerates the control's single connection point.
-class SinglePointEnumerator final : public IEnumConnectionPoints {
- public:
-  explicit SinglePointEnumerator(IConnectionPoint* point, ULONG position = 0)
-      : point_(point), position_(position) {}
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    return QueryFromTable(iid, object, {{IID_IUnknown, this}, {IID_IEnumConnectionPoints, this}});
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&refs_); }
-  STDMETHODIMP_(ULONG) Release() override {
-    LONG refs = InterlockedDecrement(&refs_);
-    if (refs == 0) delete this;
-    return ULONG(refs);
-  }
-  STDMETHODIMP Next(ULONG count, IConnectionPoint** points, ULONG* fetched) override {
-    if (!points) return E_POINTER;
-    ULONG given = 0;
-    if (count > 0 && position_ == 0) {
-      points[0] = point_.get();
-      points[0]->AddRef();
-      given = 1;
-      position_ = 1;
-    }
-    if (fetched) *fetched = given;
-    return given == count ? S_OK : S_FALSE;
-  }
-  STDMETHODIMP Skip(ULONG count) override {
-    position_ = std::min<ULONG>(1, position_ + count);
-    return position_ == 1 && count > 1 ? S_FALSE : S_OK;
-  }
-  STDMETHODIMP Reset() override {
-    position_ = 0;
-    return S_OK;
-  }
-  STDMETHODIMP Clone(IEnumConnectionPoints** clone) override {
-    if (!clone) return E_POINTER;
-    *clone = new (std::nothrow) SinglePointEnumerator(point_.get(), position_);
-    return *clone ? S_OK : E_OUTOFMEMORY;
-  }
-
- private:
-  LONG refs_ = 1;
-  ComPtr<IConnectionPoint> point_;
-  ULONG position_;
-};
-
-}  // namespace
-
 EventSource::EventSource(IConnectionPointContainer* owner) : owner_(owner) {}
 EventSource::~EventSource() = default;
 
@@ -109,12 +58,6 @@ STDMETHODIMP EventSource::Unadvise(DWORD cookie) {
 STDMETHODIMP EventSource::EnumConnections(IEnumConnections** connections) {
   if (connections) *connections = nullptr;
   return E_NOTIMPL;
-}
-
-HRESULT EventSource::EnumerateSelf(IEnumConnectionPoints** points) {
-  if (!points) return E_POINTER;
-  *points = new (std::nothrow) SinglePointEnumerator(this);
-  return *points ? S_OK : E_OUTOFMEMORY;
 }
 
 VARIANT EventArgument(VARTYPE type, double number) {

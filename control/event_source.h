@@ -42,9 +42,6 @@ class EventSource final : public IConnectionPoint {
   // connect, disconnect or call the control during the call.
   void Fire(DISPID id, std::vector<VARIANT> args);
 
-  // An enumerator of this one point, for EnumConnectionPoints.
-  HRESULT EnumerateSelf(IEnumConnectionPoints** points);
-
  private:
   struct Connection {
     DWORD cookie;

@@ -9,6 +9,7 @@
 #include "control/localized_windows.h"
 #include "control/platform_win.h"
 #include "control/vx_graph.h"
+#include "pages/color_swatch.h"
 #include "pages/settings_page.h"
 #include "zelgraph_idl.h"
 
@@ -45,6 +46,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved
     // Unloaded by FreeLibrary (at process exit the system frees everything).
     zel::FreeLanguageLibraries();
     zel::FreeRelabelFonts();
+    zel::ColorSwatch::Unregister(instance);
   }
   return TRUE;
 }

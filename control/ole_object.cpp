@@ -7,6 +7,7 @@
 #include "control/class_ids.h"
 #include "control/com_support.h"
 #include "control/gdi_surface.h"
+#include "control/verb_enumerator.h"
 #include "control/vx_graph.h"
 
 namespace zel {
@@ -130,6 +131,8 @@ STDMETHODIMP CVX_Graph::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWN
       return InPlaceActivate(verb, parent, position);
     case OLEIVERB_HIDE:
       return UIDeactivate();
+    case OLEIVERB_PROPERTIES:
+      return OpenPropertiesVerb(parent);
     default:
       return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
   }
@@ -163,9 +166,7 @@ HRESULT CVX_Graph::InPlaceActivate(LONG verb, HWND parent, LPCRECT position) {
   return S_OK;
 }
 
-STDMETHODIMP CVX_Graph::EnumVerbs(IEnumOLEVERB** verbs) {
-  return OleRegEnumVerbs(CLSID_VX_Graph, verbs);
-}
+STDMETHODIMP CVX_Graph::EnumVerbs(IEnumOLEVERB** verbs) { return EnumerateVerbs(verbs); }
 
 STDMETHODIMP CVX_Graph::GetUserClassID(CLSID* clsid) { return GetClassID(clsid); }
 

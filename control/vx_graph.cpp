@@ -7,6 +7,7 @@
 #include <new>
 
 #include "control/com_support.h"
+#include "control/connection_points.h"
 #include "control/module.h"
 #include "control/type_library.h"
 
@@ -21,7 +22,11 @@ HRESULT CVX_Graph::Create(IUnknown*, REFIID iid, void** object) {
 }
 
 CVX_Graph::CVX_Graph()
-    : window_(*this), graph_(std::make_unique<VGraph>(&window_)), tracker_(*graph_, window_), events_(this) {
+    : window_(*this),
+      graph_(std::make_unique<VGraph>(&window_)),
+      tracker_(*graph_, window_),
+      events_(this),
+      propertyNotify_(this) {
   VariantInit(&version_);
   V_VT(&version_) = VT_R4;
   V_R4(&version_) = 0;
@@ -110,16 +115,19 @@ STDMETHODIMP CVX_Graph::GetGUID(DWORD kind, GUID* guid) {
 }
 
 STDMETHODIMP CVX_Graph::EnumConnectionPoints(IEnumConnectionPoints** points) {
-  return events_.EnumerateSelf(points);
+  return EnumerateConnectionPoints({&events_, &propertyNotify_}, points);
 }
 
 STDMETHODIMP CVX_Graph::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
   if (!point) return E_POINTER;
   *point = nullptr;
-  if (!IsEqualIID(iid, DIID__IVX_GraphEvents)) return CONNECT_E_NOCONNECTION;
-  *point = &events_;
-  events_.AddRef();
+  if (IsEqualIID(iid, DIID__IVX_GraphEvents)) *point = &events_;
+  else if (IsEqualIID(iid, IID_IPropertyNotifySink)) *point = &propertyNotify_;
+  else return CONNECT_E_NOCONNECTION;
+  (*point)->AddRef();
   return S_OK;
 }
+
+void CVX_Graph::PropertyChanged(DISPID id) { propertyNotify_.Changed(id); }
 
 }  // namespace zel

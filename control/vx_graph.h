@@ -8,6 +8,7 @@
 
 #include "control/control_window.h"
 #include "control/event_source.h"
+#include "control/property_notify_source.h"
 #include "engine/v_graph.h"
 #include "interaction/highlight.h"
 #include "interaction/mouse_tracker.h"
@@ -271,6 +272,14 @@ class CVX_Graph final : public IVX_Graph,
   void Apply(const Reaction& reaction);
   void Fire(const InteractionEvent& event);
   void ShowHairlineHere();
+  // Tells connected property sinks that the property `id` changed.
+  void PropertyChanged(DISPID id);
+  template <typename Body>
+  HRESULT Changing(DISPID id, Body&& body);
+  // Runs the modal frame of `count` pages over `owner` with the control as
+  // its object.
+  void ShowPropertyFrame(HWND owner, const CLSID* pages, ULONG count);
+  HRESULT OpenPropertiesVerb(HWND parent);
 
   LONG refs_ = 1;
   ControlWindow window_;
@@ -285,6 +294,7 @@ class CVX_Graph final : public IVX_Graph,
   SIZEL extent_{5080, 3810};  // 192 by 144 pixels, in HIMETRIC
   bool uiActive_ = false;
   EventSource events_;
+  PropertyNotifySource propertyNotify_;
   OLE_COLOR backColor_ = 0x80000005;  // the system's window colour
   // The part of the target a draw request covers; all zero between requests.
   RECT drawRect_{};

@@ -189,11 +189,7 @@ STDMETHODIMP CVX_Graph::loadCurveProperty(BSTR, LONG id) {
   loadCurveId_ = id;
   loadFromLegend_ = 1;
   AddRef();
-  if (window_.Exists()) {
-    IUnknown* self = static_cast<IVX_Graph*>(this);
-    CLSID page = kCurvePageClsid;
-    OleCreatePropertyFrame(GetActiveWindow(), 0, 0, nullptr, 1, &self, 1, &page, LOCALE_USER_DEFAULT, 0, nullptr);
-  }
+  if (window_.Exists()) ShowPropertyFrame(GetActiveWindow(), &kCurvePageClsid, 1);
   SetLoadCurveSetttingInfo(-1);
   highlight_.Stop();
   Release();

@@ -2,6 +2,7 @@
 // margins and zoom, modes, flags, process-wide values and the thin entries.
 #include <windows.h>
 #include <oleauto.h>
+#include <olectl.h>
 
 #include "control/automation_values.h"
 #include "control/error_reporting.h"
@@ -14,6 +15,20 @@
 
 namespace zel {
 namespace {
+
+// The dispids of the properties whose changes connected property sinks hear.
+enum PropertyId : DISPID {
+  kMarginsId = 4,
+  kZoomRectId = 6,
+  kMouseModeId = 8,
+  kHorizontalScrollbarId = 0x12,
+  kVerticalScrollbarId = 0x13,
+  kLegendEnabledId = 0x19,
+  kLegendPositionId = 0x1A,
+  kPropertiesModificationAllowedId = 0x2F,
+  kComnYAxesPropsId = 0x48,
+  kComnYAxesPropsChkBoxEnableId = 0x49,
+};
 
 constexpr int32_t kMarginsConversionFailed = 11000;
 constexpr int32_t kZoomConversionFailed = 10000;
@@ -92,15 +107,26 @@ LegendPosition LegendPositionFromKeyword(TextView keyword) {
 
 }  // namespace
 
+// A guarded property put that tells property sinks of the change when it
+// succeeded.
+template <typename Body>
+HRESULT CVX_Graph::Changing(DISPID id, Body&& body) {
+  HRESULT hr = Guarded(std::forward<Body>(body));
+  if (SUCCEEDED(hr)) PropertyChanged(id);
+  return hr;
+}
+
 STDMETHODIMP CVX_Graph::put_BackColor(OLE_COLOR color) {
   backColor_ = color;
   ViewChanged();
+  PropertyChanged(DISPID_BACKCOLOR);
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_BackColor(OLE_COLOR* color) { return Read(color, backColor_); }
 STDMETHODIMP CVX_Graph::put_Enabled(VARIANT_BOOL enabled) {
   enabled_ = enabled;
   ViewChanged();
+  PropertyChanged(DISPID_ENABLED);
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_Enabled(VARIANT_BOOL* enabled) { return Read(enabled, enabled_); }
@@ -112,7 +138,7 @@ STDMETHODIMP CVX_Graph::get_Margins(VARIANT* margins) {
 }
 
 STDMETHODIMP CVX_Graph::put_Margins(VARIANT margins) {
-  return Guarded([&] {
+  return Changing(kMarginsId, [&] {
     std::vector<Value> values = FourConverted(margins, ValueKind::I4, kMarginsConversionFailed);
     Margins m = graph_->margins();
     int32_t* order[] = {&m.left, &m.right, &m.bottom, &m.top};
@@ -128,7 +154,7 @@ STDMETHODIMP CVX_Graph::get_ZoomRect(VARIANT* rect) {
 }
 
 STDMETHODIMP CVX_Graph::put_ZoomRect(VARIANT rect) {
-  return Guarded([&] {
+  return Changing(kZoomRectId, [&] {
     std::vector<Value> values = FourConverted(rect, ValueKind::R4, kZoomConversionFailed);
     Fractions zoom = graph_->zoomRect();
     float* order[] = {&zoom.left, &zoom.right, &zoom.bottom, &zoom.top};
@@ -141,6 +167,7 @@ STDMETHODIMP CVX_Graph::get_MouseMode(BSTR* mode) { return ReadText(mode, MouseM
 
 STDMETHODIMP CVX_Graph::put_MouseMode(BSTR mode) {
   graph_->SetMouseMode(MouseModeFromKeyword(TextOf(mode)));
+  PropertyChanged(kMouseModeId);
   return S_OK;
 }
 
@@ -149,6 +176,7 @@ STDMETHODIMP CVX_Graph::get_HorizontalScrollbarEnabled(LONG* value) {
 }
 STDMETHODIMP CVX_Graph::put_HorizontalScrollbarEnabled(LONG value) {
   graph_->SetScrollbars(value, -1);
+  PropertyChanged(kHorizontalScrollbarId);
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_VerticalScrollbarEnabled(LONG* value) {
@@ -156,6 +184,7 @@ STDMETHODIMP CVX_Graph::get_VerticalScrollbarEnabled(LONG* value) {
 }
 STDMETHODIMP CVX_Graph::put_VerticalScrollbarEnabled(LONG value) {
   graph_->SetScrollbars(-1, value);
+  PropertyChanged(kVerticalScrollbarId);
   return S_OK;
 }
 
@@ -164,6 +193,7 @@ STDMETHODIMP CVX_Graph::put_LegendEnabled(LONG value) {
   legendEnabled_ = value;
   graph_->EnableLegend(value != 0);
   graph_->UpdateLayoutAndRepaint();
+  PropertyChanged(kLegendEnabledId);
   return S_OK;
 }
 
@@ -179,6 +209,7 @@ STDMETHODIMP CVX_Graph::get_LegendPosition(BSTR* position) {
 STDMETHODIMP CVX_Graph::put_LegendPosition(BSTR position) {
   graph_->SetLegendPosition(LegendPositionFromKeyword(TextOf(position)));
   graph_->UpdateLayoutAndRepaint();
+  PropertyChanged(kLegendPositionId);
   return S_OK;
 }
 
@@ -190,16 +221,19 @@ STDMETHODIMP CVX_Graph::put_SuspendDraw(LONG suspend) {
 STDMETHODIMP CVX_Graph::get_PropertiesModificationAllowed(LONG* v) { return Read(v, propertiesModificationAllowed_); }
 STDMETHODIMP CVX_Graph::put_PropertiesModificationAllowed(LONG v) {
   propertiesModificationAllowed_ = v;
+  PropertyChanged(kPropertiesModificationAllowedId);
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_ComnYAxesProps(LONG* v) { return Read(v, comnYAxesProps_); }
 STDMETHODIMP CVX_Graph::put_ComnYAxesProps(LONG v) {
   comnYAxesProps_ = v;
+  PropertyChanged(kComnYAxesPropsId);
   return S_OK;
 }
 STDMETHODIMP CVX_Graph::get_ComnYAxesPropsChkBoxEnable(LONG* v) { return Read(v, comnYAxesPropsChkBoxEnable_); }
 STDMETHODIMP CVX_Graph::put_ComnYAxesPropsChkBoxEnable(LONG v) {
   comnYAxesPropsChkBoxEnable_ = v;
+  PropertyChanged(kComnYAxesPropsChkBoxEnableId);
   return S_OK;
 }
 

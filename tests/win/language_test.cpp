@@ -4,6 +4,8 @@
 #include <ocidl.h>
 
 #include "com_client.h"
+#include "control/class_ids.h"
+#include "pages/page_resources.h"
 #include "modal_watch.h"
 
 namespace zel::testing {
@@ -140,6 +142,41 @@ TEST_F(LanguageTest, MenusAndMessageBoxesSpeakTheLanguage) {
   SendMessageW(window, WM_KEYDOWN, VK_LEFT, 0);
   EXPECT_EQ(caption, L"Haarlinie einrasten");
   EXPECT_EQ(button, L"Gut");
+}
+
+// The graph settings page of the same copy, activated in a window of ours:
+// labels and list items come from the first source that has them.
+TEST_F(LanguageTest, TheSettingsPageSpeaksTheLanguage) {
+  auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
+      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+  IClassFactory* factory = nullptr;
+  ASSERT_EQ(getClassObject(kGraphPageClsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+  IPropertyPage* page = nullptr;
+  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)), S_OK);
+  factory->Release();
+  IUnknown* objects[] = {graph};
+  page->SetObjects(1, objects);
+  frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr, nullptr,
+                          nullptr);
+  Choose(L"DE");
+  RECT place{0, 0, 500, 300};
+  ASSERT_EQ(page->Activate(frame, &place, TRUE), S_OK);
+  HWND dialog = GetWindow(frame, GW_CHILD);
+  auto item = [&](int list, int index) {
+    wchar_t text[64] = L"";
+    SendDlgItemMessageW(dialog, list, CB_GETLBTEXT, WPARAM(index), LPARAM(text));
+    return std::wstring(text);
+  };
+  EXPECT_EQ(ItemText(dialog, 350), L"&Links:");
+  EXPECT_EQ(ItemText(dialog, 360), L"Le&gende zeigen");
+  EXPECT_EQ(ItemText(dialog, 366), L"EN library: scroll bars");
+  EXPECT_EQ(ItemText(dialog, 351), L"&Right:");
+  EXPECT_EQ(item(ZEL_MOUSE_MODE, 0), L"Markieren");
+  EXPECT_EQ(item(ZEL_MOUSE_MODE, 1), L"Pan");
+  EXPECT_EQ(ItemText(dialog, ZEL_MARGIN_LEFT), L"10") << "fields keep their values";
+  page->Deactivate();
+  page->SetObjects(0, nullptr);
+  page->Release();
 }
 
 }  // namespace

@@ -1,0 +1,22 @@
+/* Resource ids of the settings pages, shared by resources/zelgraph.rc and
+ * the pages. Labels, group boxes and check boxes carry the id of their text
+ * (RelabelDialog gives them that text); fields carry ids from 1000 up,
+ * which have no text, so relabelling leaves what they hold alone. */
+#pragma once
+
+/* Dialog templates of the pages. */
+#define ZEL_GRAPH_PAGE_DIALOG 150
+#define ZEL_AXES_PAGE_DIALOG 151
+#define ZEL_CURVE_PAGE_DIALOG 152
+
+/* Fields of the graph settings page. */
+#define ZEL_MARGIN_LEFT 1001
+#define ZEL_MARGIN_RIGHT 1002
+#define ZEL_MARGIN_BOTTOM 1003
+#define ZEL_MARGIN_TOP 1004
+#define ZEL_MOUSE_MODE 1005
+#define ZEL_LEGEND_POSITION 1006
+#define ZEL_GRID_LINES 1007
+#define ZEL_GRID_COLOR 1008
+#define ZEL_BACK_COLOR 1009
+#define ZEL_SNAP_BOUND 1010
