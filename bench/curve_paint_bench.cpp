@@ -3,7 +3,8 @@
 // (mapping, reduction per pixel column, markers skipped). The baseline scans
 // the same stored points once, summing them; the ratio to it is the cost of
 // painting over merely reading the data. Drawing every segment is measured
-// too, to show what the reduction saves in calls.
+// too, to show what the reduction saves in calls, and a view zoomed to 1 % of
+// the range, which visits only the points it shows.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -113,9 +114,21 @@ void Paint(benchmark::State& state, Reduction reduction) {
 void BM_PaintReduced(benchmark::State& state) { Paint(state, Reduction::kAuto); }
 void BM_PaintEverySegment(benchmark::State& state) { Paint(state, Reduction::kNever); }
 
+// A view zoomed to 1 % of the range: the data area is 100 times the plot's
+// width, of which 1280 columns are visible.
+void BM_PaintZoomedToOnePercent(benchmark::State& state) {
+  const VDataset& curve = WalkOf(size_t(state.range(0))).curve;
+  CurveLook look = LookOf(curve, kPlot, {}, 1, false);
+  NullSurface surface;
+  CurveArea zoomed{kArea.width * 100, kArea.height, kArea.width * 50, kArea.width * 51 - 1};
+  for (auto _ : state) DrawPlot(surface, curve, zoomed, look);
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 BENCHMARK(BM_PlainScan)->RangeMultiplier(10)->Range(100000, 10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PaintReduced)->RangeMultiplier(10)->Range(100000, 10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PaintEverySegment)->RangeMultiplier(10)->Range(100000, 10000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PaintZoomedToOnePercent)->RangeMultiplier(10)->Range(100000, 10000000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace zel
