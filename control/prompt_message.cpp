@@ -4,6 +4,9 @@
 #include "util/texts.h"
 
 namespace zel {
+
+const IID IID_IPromptOwner = {0xecc7a68c, 0x4746, 0x498d, {0x93, 0x48, 0xf0, 0x92, 0x8c, 0x55, 0x96, 0xe2}};
+
 namespace {
 
 constexpr int kPromptDialog = 141;

@@ -2,6 +2,7 @@
 // The operator notes that offer not to be shown again: a dialog with the
 // note, an OK button and a "Do not show this message again." box.
 #include <windows.h>
+#include <unknwn.h>
 
 #include <array>
 
@@ -28,5 +29,13 @@ class CPromptMsg {
   std::array<int, 2> showAgain_{1, 1};
   Note showing_ = kLineColorNote;
 };
+
+// The control keeps its notes' flags for its whole life, so a note silenced
+// on one page stays silent on the pages opened later. Its pages, which reach
+// it only through COM, find the flags through this interface of the module.
+struct IPromptOwner : IUnknown {
+  virtual CPromptMsg& STDMETHODCALLTYPE Prompts() = 0;
+};
+extern const IID IID_IPromptOwner;
 
 }  // namespace zel

@@ -8,6 +8,8 @@
 
 #include "control/control_window.h"
 #include "control/event_source.h"
+#include "control/module.h"
+#include "control/prompt_message.h"
 #include "control/property_notify_source.h"
 #include "engine/v_graph.h"
 #include "interaction/highlight.h"
@@ -27,7 +29,8 @@ class CVX_Graph final : public IVX_Graph,
                         public IViewObject2,
                         public IPersistStreamInit,
                         public IPersistPropertyBag,
-                        public ISpecifyPropertyPages {
+                        public ISpecifyPropertyPages,
+                        public IPromptOwner {
  public:
   static HRESULT Create(IUnknown* outer, REFIID iid, void** object);
 
@@ -248,6 +251,8 @@ class CVX_Graph final : public IVX_Graph,
   void OnContextMenu(LPARAM lParam);
   // Timer 10101 drives the curve highlight; other ids are ignored.
   void OnTimer(UINT_PTR id);
+  // IPromptOwner: the notes the pages show, silenced for this control's life.
+  CPromptMsg& STDMETHODCALLTYPE Prompts() override { return prompts_; }
   static double PrinterScale(HDC printer);
 
  private:
@@ -309,6 +314,7 @@ class CVX_Graph final : public IVX_Graph,
   LONG loadCurveId_ = -1;
   LONG loadFromLegend_ = 0;
   CurveHighlight highlight_{*graph_, window_};
+  CPromptMsg prompts_{ModuleInstance()};
 };
 
 }  // namespace zel

@@ -1,6 +1,7 @@
 // The class objects' creators of the three pages.
 #include <new>
 
+#include "pages/dset_prop_page.h"
 #include "pages/page_resources.h"
 #include "pages/title_page.h"
 #include "pages/vx_graph_prop_page.h"
@@ -27,7 +28,7 @@ HRESULT CreateAxesPage(IUnknown*, REFIID iid, void** object) {
   return CreatePage<CTitlePage>(iid, object, int(kTextAxesProperties), ZEL_AXES_PAGE_DIALOG);
 }
 HRESULT CreateCurvePage(IUnknown*, REFIID iid, void** object) {
-  return CreatePage<CTitlePage>(iid, object, int(kTextCurveProperties), ZEL_CURVE_PAGE_DIALOG);
+  return CreatePage<CDSetPropPage>(iid, object);
 }
 
 }  // namespace zel

@@ -20,3 +20,16 @@
 #define ZEL_GRID_COLOR 1008
 #define ZEL_BACK_COLOR 1009
 #define ZEL_SNAP_BOUND 1010
+
+/* Fields of the curve properties page. */
+#define ZEL_CURVE_CHOICE 1200
+#define ZEL_CURVE_TYPE 1201
+#define ZEL_CURVE_Y_AXIS 1202
+#define ZEL_LINE_STYLE 1203
+#define ZEL_LINE_WIDTH 1204
+#define ZEL_LINE_COLOR 1205
+#define ZEL_MARKER_SHAPE 1206
+#define ZEL_MARKER_COLOR 1207
+#define ZEL_FILL_COLOR 1208
+#define ZEL_FILL_TO 1209
+#define ZEL_BAR_WIDTH 1210
