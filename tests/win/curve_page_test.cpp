@@ -308,5 +308,19 @@ TEST_F(CurvePageTest, NotesComeUntilSilencedForTheLifeOfTheControl) {
   });
 }
 
+TEST_F(CurvePageTest, WithoutPermissionThePageShowsButChangesNothing) {
+  graph->put_PropertiesModificationAllowed(0);
+  std::wstring before = Snapshot();
+  WithCurvePage(3, false, [&](const CurvePage& p) {
+    EXPECT_EQ(p.SelectedText(ZEL_CURVE_CHOICE), L"Temp");
+    for (int field : {ZEL_CURVE_TYPE, ZEL_LINE_WIDTH, ZEL_LINE_COLOR, ZEL_FILL_TO, kAutoWidth, ZEL_BAR_WIDTH})
+      EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p.page, field))) << field;
+    p.Type(ZEL_LINE_WIDTH, L"7");
+    p.Choose(ZEL_CURVE_TYPE, 3);
+    p.Press(IDOK);
+  });
+  EXPECT_EQ(Snapshot(), before);
+}
+
 }  // namespace
 }  // namespace zel::testing
