@@ -24,33 +24,6 @@ BOOL CALLBACK FindCurvePage(HWND child, LPARAM found) {
   return FALSE;
 }
 
-// Runs `answer` on the next dialog box owned by `owner` (a message box, the
-// colour dialog or a note over the frame), from a timer inside its modal loop.
-void AnswerNextBoxOf(HWND owner, std::function<void(HWND)> answer) {
-  static HWND boxOwner = nullptr;
-  static std::function<void(HWND)> pending;
-  static UINT_PTR timer = 0;
-  static int ticksLeft = 0;
-  struct Tick {
-    static BOOL CALLBACK Find(HWND window, LPARAM found) {
-      if (GetWindow(window, GW_OWNER) != boxOwner || !IsWindowVisible(window)) return TRUE;
-      *reinterpret_cast<HWND*>(found) = window;
-      return FALSE;
-    }
-    static void CALLBACK Run(HWND, UINT, UINT_PTR, DWORD) {
-      HWND box = nullptr;
-      EnumThreadWindows(GetCurrentThreadId(), Find, LPARAM(&box));
-      if (!box && --ticksLeft > 0) return;
-      KillTimer(nullptr, timer);
-      if (box) std::exchange(pending, nullptr)(box);
-    }
-  };
-  if (timer) KillTimer(nullptr, timer);  // an answer no box asked for
-  boxOwner = owner;
-  pending = std::move(answer);
-  ticksLeft = 25;
-  timer = SetTimer(nullptr, 0, 20, Tick::Run);
-}
 
 // The text of the note that came up ("" when none did).
 struct NoteSeen {
@@ -83,7 +56,7 @@ struct CurvePage {
       seen.text = ItemText(note, kPromptNote);
       if (silence) CheckDlgButton(note, kPromptSilence, BST_CHECKED);
       PostMessageW(note, WM_COMMAND, IDOK, 0);
-    });
+    }, 25);
   }
   // Picks a colour in the colour dialog; a note that then comes up is
   // answered as `ExpectNote` does.
@@ -95,7 +68,7 @@ struct CurvePage {
       SetDlgItemInt(dialog, 708, GetBValue(color), FALSE);
       if (swatch == ZEL_LINE_COLOR) ExpectNote(seen, silence);
       SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
+    }, 25);
     SendDlgItemMessageW(page, swatch, WM_KEYDOWN, VK_SPACE, 0);
     return seen;
   }
@@ -110,7 +83,7 @@ struct CurvePage {
     AnswerNextBoxOf(frame, [&](HWND box) {
       message = ItemText(box, kMessageBoxText);
       PostMessageW(box, WM_COMMAND, IDOK, 0);
-    });
+    }, 25);
     Press(button);
     return message;
   }

@@ -97,4 +97,33 @@ inline std::vector<MenuItemSeen> ContextMenuAt(HWND window, int x, int y) {
   return seen;
 }
 
+// Runs `answer` on the next dialog box owned by `owner` (a message box, the
+// colour dialog or a note over a frame), from a timer inside its modal loop;
+// looks for it `ticks` times, 20 ms apart.
+inline void AnswerNextBoxOf(HWND owner, std::function<void(HWND)> answer, int ticks = 100) {
+  static HWND boxOwner = nullptr;
+  static std::function<void(HWND)> pending;
+  static UINT_PTR timer = 0;
+  static int ticksLeft = 0;
+  struct Tick {
+    static BOOL CALLBACK Find(HWND window, LPARAM found) {
+      if (GetWindow(window, GW_OWNER) != boxOwner || !IsWindowVisible(window)) return TRUE;
+      *reinterpret_cast<HWND*>(found) = window;
+      return FALSE;
+    }
+    static void CALLBACK Run(HWND, UINT, UINT_PTR, DWORD) {
+      HWND box = nullptr;
+      EnumThreadWindows(GetCurrentThreadId(), Find, LPARAM(&box));
+      if (!box && --ticksLeft > 0) return;
+      KillTimer(nullptr, timer);
+      if (box) std::exchange(pending, nullptr)(box);
+    }
+  };
+  if (timer) KillTimer(nullptr, timer);  // an answer no box asked for
+  boxOwner = owner;
+  pending = std::move(answer);
+  ticksLeft = ticks;
+  timer = SetTimer(nullptr, 0, 20, Tick::Run);
+}
+
 }  // namespace zel::testing
