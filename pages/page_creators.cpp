@@ -1,9 +1,9 @@
 // The class objects' creators of the three pages.
 #include <new>
 
+#include "pages/axes_prop_page.h"
 #include "pages/dset_prop_page.h"
 #include "pages/page_resources.h"
-#include "pages/title_page.h"
 #include "pages/vx_graph_prop_page.h"
 #include "util/text_ids.h"
 
@@ -25,7 +25,7 @@ HRESULT CreateGraphSettingsPage(IUnknown*, REFIID iid, void** object) {
   return CreatePage<CVX_GraphPropPage>(iid, object);
 }
 HRESULT CreateAxesPage(IUnknown*, REFIID iid, void** object) {
-  return CreatePage<CTitlePage>(iid, object, int(kTextAxesProperties), ZEL_AXES_PAGE_DIALOG);
+  return CreatePage<CAxesPropPage>(iid, object);
 }
 HRESULT CreateCurvePage(IUnknown*, REFIID iid, void** object) {
   return CreatePage<CDSetPropPage>(iid, object);

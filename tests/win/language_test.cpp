@@ -179,5 +179,33 @@ TEST_F(LanguageTest, TheSettingsPageSpeaksTheLanguage) {
   page->Release();
 }
 
+// The axes page likewise, with the axis names on its buttons left as symbols.
+TEST_F(LanguageTest, TheAxesPageSpeaksTheLanguage) {
+  auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
+      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+  IClassFactory* factory = nullptr;
+  ASSERT_EQ(getClassObject(kAxesPageClsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+  IPropertyPage* page = nullptr;
+  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)), S_OK);
+  factory->Release();
+  IUnknown* objects[] = {graph};
+  page->SetObjects(1, objects);
+  frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr, nullptr,
+                          nullptr);
+  Choose(L"DE");
+  RECT place{0, 0, 500, 300};
+  ASSERT_EQ(page->Activate(frame, &place, TRUE), S_OK);
+  HWND dialog = GetWindow(frame, GW_CHILD);
+  wchar_t annotation[64] = L"";
+  SendDlgItemMessageW(dialog, ZEL_AXIS_GRID_MODE, CB_GETLBTEXT, 1, LPARAM(annotation));
+  EXPECT_EQ(ItemText(dialog, 381), L"&Automatisch skalieren");
+  EXPECT_EQ(std::wstring(annotation), L"Beschriftung");
+  EXPECT_EQ(ItemText(dialog, 382), L"M&inimum:") << "from the control's own table";
+  EXPECT_EQ(ItemText(dialog, ZEL_AXIS_Y1), L"Y&1");
+  page->Deactivate();
+  page->SetObjects(0, nullptr);
+  page->Release();
+}
+
 }  // namespace
 }  // namespace zel::testing
