@@ -25,33 +25,6 @@ BOOL CALLBACK FindAxesPage(HWND child, LPARAM found) {
   return FALSE;
 }
 
-// Runs `answer` on the next visible window owned by `owner` (a message box or
-// the colour dialog over the frame), from a timer inside its modal loop.
-void AnswerNextBoxOf(HWND owner, std::function<void(HWND)> answer) {
-  static HWND boxOwner = nullptr;
-  static std::function<void(HWND)> pending;
-  static UINT_PTR timer = 0;
-  static int ticksLeft = 0;
-  struct Tick {
-    static BOOL CALLBACK Find(HWND window, LPARAM found) {
-      if (GetWindow(window, GW_OWNER) != boxOwner || !IsWindowVisible(window)) return TRUE;
-      *reinterpret_cast<HWND*>(found) = window;
-      return FALSE;
-    }
-    static void CALLBACK Run(HWND, UINT, UINT_PTR, DWORD) {
-      HWND box = nullptr;
-      EnumThreadWindows(GetCurrentThreadId(), Find, LPARAM(&box));
-      if (!box && --ticksLeft > 0) return;
-      KillTimer(nullptr, timer);
-      if (box) std::exchange(pending, nullptr)(box);
-    }
-  };
-  boxOwner = owner;
-  pending = std::move(answer);
-  ticksLeft = 100;
-  timer = SetTimer(nullptr, 0, 20, Tick::Run);
-}
-
 struct AxesPage {
   HWND frame, page;
 
