@@ -7,16 +7,13 @@
 #include <functional>
 
 #include "hosted_control.h"
-#include "modal_watch.h"
-#include "pages/color_swatch.h"
+#include "page_driver.h"
 #include "pages/page_resources.h"
 
 namespace zel::testing {
 namespace {
 
-constexpr int kApplyButton = 0x3021;  // the common property sheet's Apply
 constexpr int kAutoScale = 381, kSplit = 390, kCommon = 392;
-constexpr int kMessageBoxText = 0xFFFF;
 constexpr int kAxisButtons[] = {ZEL_AXIS_X, ZEL_AXIS_Y1, ZEL_AXIS_Y2, ZEL_AXIS_Y3, ZEL_AXIS_Y4};
 
 BOOL CALLBACK FindAxesPage(HWND child, LPARAM found) {
@@ -25,41 +22,8 @@ BOOL CALLBACK FindAxesPage(HWND child, LPARAM found) {
   return FALSE;
 }
 
-struct AxesPage {
-  HWND frame, page;
-
-  void Type(int field, const wchar_t* text) const { SetDlgItemTextW(page, field, text); }
-  void Choose(int list, int index) const {
-    SendDlgItemMessageW(page, list, CB_SETCURSEL, WPARAM(index), 0);
-    SendMessageW(page, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE), LPARAM(GetDlgItem(page, list)));
-  }
-  void Click(int button) const { SendDlgItemMessageW(page, button, BM_CLICK, 0, 0); }
+struct AxesPage : PageDriver {
   void Axis(int slot) const { Click(kAxisButtons[slot]); }
-  std::wstring Text(int field) const { return ItemText(page, field); }
-  int Selected(int list) const { return int(SendDlgItemMessageW(page, list, CB_GETCURSEL, 0, 0)); }
-  bool Checked(int button) const { return IsDlgButtonChecked(page, button) == BST_CHECKED; }
-  bool Enabled(int field) const { return IsWindowEnabled(GetDlgItem(page, field)); }
-  bool ApplyEnabled() const { return IsWindowEnabled(GetDlgItem(frame, kApplyButton)); }
-  void Press(int button) const { SendDlgItemMessageW(frame, button, BM_CLICK, 0, 0); }
-  void PickColor(int swatch, COLORREF color) const {
-    AnswerNextBoxOf(frame, [color](HWND dialog) {
-      SetDlgItemInt(dialog, 706, GetRValue(color), FALSE);
-      SetDlgItemInt(dialog, 707, GetGValue(color), FALSE);
-      SetDlgItemInt(dialog, 708, GetBValue(color), FALSE);
-      SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
-    SendDlgItemMessageW(page, swatch, WM_KEYDOWN, VK_SPACE, 0);
-  }
-  // Presses `button` and returns the message box it brought up ("" for none).
-  std::wstring PressForMessage(int button) const {
-    std::wstring message;
-    AnswerNextBoxOf(frame, [&](HWND box) {
-      message = ItemText(box, kMessageBoxText);
-      PostMessageW(box, WM_COMMAND, IDOK, 0);
-    });
-    Press(button);
-    return message;
-  }
 };
 
 DATE Date(WORD year, WORD month, WORD day, WORD hour = 0, WORD minute = 0) {

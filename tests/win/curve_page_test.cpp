@@ -5,16 +5,13 @@
 #include <functional>
 
 #include "hosted_control.h"
-#include "modal_watch.h"
-#include "pages/color_swatch.h"
+#include "page_driver.h"
 #include "pages/page_resources.h"
 
 namespace zel::testing {
 namespace {
 
-constexpr int kApplyButton = 0x3021;  // the common property sheet's Apply
 constexpr int kUseAsGlobal = 348, kAutoWidth = 345;
-constexpr int kMessageBoxText = 0xFFFF;
 constexpr int kPromptNote = 301, kPromptSilence = 300;
 constexpr int kCurveMenuItem = 427;
 
@@ -30,25 +27,12 @@ struct NoteSeen {
   std::wstring text;
 };
 
-struct CurvePage {
-  HWND frame, page;
-
-  void Type(int field, const wchar_t* text) const { SetDlgItemTextW(page, field, text); }
-  void Choose(int list, int index) const {
-    SendDlgItemMessageW(page, list, CB_SETCURSEL, WPARAM(index), 0);
-    SendMessageW(page, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE), LPARAM(GetDlgItem(page, list)));
-  }
-  void Click(int button) const { SendDlgItemMessageW(page, button, BM_CLICK, 0, 0); }
-  std::wstring Text(int field) const { return ItemText(page, field); }
-  int Selected(int list) const { return int(SendDlgItemMessageW(page, list, CB_GETCURSEL, 0, 0)); }
+struct CurvePage : PageDriver {
   std::wstring SelectedText(int list) const {
     wchar_t text[128] = L"";
     SendDlgItemMessageW(page, list, CB_GETLBTEXT, WPARAM(Selected(list)), LPARAM(text));
     return text;
   }
-  bool Checked(int button) const { return IsDlgButtonChecked(page, button) == BST_CHECKED; }
-  OLE_COLOR Color(int swatch) const { return OLE_COLOR(SendDlgItemMessageW(page, swatch, ColorSwatch::kGetColor, 0, 0)); }
-  void Press(int button) const { SendDlgItemMessageW(frame, button, BM_CLICK, 0, 0); }
 
   // Answers the note that may follow, checking its box when `silence`.
   void ExpectNote(NoteSeen& seen, bool silence) const {
@@ -77,15 +61,6 @@ struct CurvePage {
     ExpectNote(seen, silence);
     Choose(ZEL_CURVE_TYPE, index);
     return seen;
-  }
-  std::wstring PressForMessage(int button) const {
-    std::wstring message;
-    AnswerNextBoxOf(frame, [&](HWND box) {
-      message = ItemText(box, kMessageBoxText);
-      PostMessageW(box, WM_COMMAND, IDOK, 0);
-    }, 25);
-    Press(button);
-    return message;
   }
 };
 

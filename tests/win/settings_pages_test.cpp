@@ -8,16 +8,13 @@
 
 #include "control/class_ids.h"
 #include "hosted_control.h"
-#include "modal_watch.h"
-#include "pages/color_swatch.h"
+#include "page_driver.h"
 #include "pages/page_resources.h"
 
 namespace zel::testing {
 namespace {
 
-constexpr int kApplyButton = 0x3021;  // the common property sheet's Apply
 constexpr int kShowLegend = 360, kHorizontalBar = 367, kVerticalBar = 368;
-constexpr int kMessageBoxText = 0xFFFF;
 
 BOOL CALLBACK FindGraphPage(HWND child, LPARAM found) {
   if (!GetDlgItem(child, ZEL_MARGIN_LEFT)) return TRUE;
@@ -33,44 +30,7 @@ HWND GraphPageIn(HWND frame) {
 
 
 // The fields of the graph page, driven as the operator's input drives them.
-struct GraphPage {
-  HWND frame, page;
-
-  void Type(int field, const wchar_t* text) const { SetDlgItemTextW(page, field, text); }
-  void Choose(int list, int index) const {
-    SendDlgItemMessageW(page, list, CB_SETCURSEL, WPARAM(index), 0);
-    SendMessageW(page, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE), LPARAM(GetDlgItem(page, list)));
-  }
-  void Click(int button) const { SendDlgItemMessageW(page, button, BM_CLICK, 0, 0); }
-  std::wstring Text(int field) const { return ItemText(page, field); }
-  int Selected(int list) const { return int(SendDlgItemMessageW(page, list, CB_GETCURSEL, 0, 0)); }
-  bool ApplyEnabled() const { return IsWindowEnabled(GetDlgItem(frame, kApplyButton)); }
-  void Press(int button) const { SendDlgItemMessageW(frame, button, BM_CLICK, 0, 0); }
-  // Space on a swatch opens the colour dialog, where the colour is typed in.
-  void PickColor(int swatch, COLORREF color) const {
-    AnswerNextBoxOf(frame, [color](HWND dialog) {
-      SetDlgItemInt(dialog, 706, GetRValue(color), FALSE);
-      SetDlgItemInt(dialog, 707, GetGValue(color), FALSE);
-      SetDlgItemInt(dialog, 708, GetBValue(color), FALSE);
-      SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
-    SendDlgItemMessageW(page, swatch, WM_KEYDOWN, VK_SPACE, 0);
-  }
-  OLE_COLOR Color(int swatch) const {
-    return OLE_COLOR(SendDlgItemMessageW(page, swatch, ColorSwatch::kGetColor, 0, 0));
-  }
-  // Presses `button` and returns the text of the message box it brings up
-  // ("" for none), closing the box.
-  std::wstring PressForMessage(int button) const {
-    std::wstring message;
-    AnswerNextBoxOf(frame, [&](HWND box) {
-      message = ItemText(box, kMessageBoxText);
-      PostMessageW(box, WM_COMMAND, IDOK, 0);
-    });
-    Press(button);
-    return message;
-  }
-};
+using GraphPage = PageDriver;
 
 // A property browser's sink: the dispids it was told of, in order.
 class NotifySink : public IPropertyNotifySink {
