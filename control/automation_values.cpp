@@ -50,6 +50,30 @@ class VariantValue : public HostValue {
 
 [[noreturn]] void RaiseArrayAccess(HRESULT hr) { Raise(kMsgArrayAccess, int32_t(hr)); }
 
+// Element types whose bytes are pointers the control would follow.
+bool HoldsPointers(VARTYPE type) {
+  switch (type) {
+    case VT_BSTR: case VT_DISPATCH: case VT_UNKNOWN: case VT_VARIANT: case VT_RECORD: return true;
+    default: return false;
+  }
+}
+
+// Pointer elements are read only from an array that says it holds them:
+// the bytes of numbers tagged as objects would be followed as addresses.
+void CheckElementType(SAFEARRAY* array, VARTYPE tagged) {
+  VARTYPE held = VT_EMPTY;
+  HRESULT hr = SafeArrayGetVartype(array, &held);
+  if (FAILED(hr)) RaiseArrayAccess(hr);
+  if (held != tagged) RaiseArrayAccess(DISP_E_TYPEMISMATCH);
+}
+
+// Whether the data holds any element: none when any dimension is empty.
+bool HoldsElements(const SAFEARRAY* array) {
+  for (USHORT i = 0; i < array->cDims; ++i)
+    if (array->rgsabound[i].cElements == 0) return false;
+  return array->cDims > 0;
+}
+
 }  // namespace
 
 Text TextOf(BSTR text) { return text ? Text(Chars(text)) : Text(); }
@@ -130,9 +154,13 @@ ArrayArgument::ArrayArgument(const VARIANT& variant) {
   LONG lower = 0, upper = 0;
   if (HRESULT hr = SafeArrayGetLBound(array_, 1, &lower); FAILED(hr)) RaiseArrayAccess(hr);
   if (HRESULT hr = SafeArrayGetUBound(array_, 1, &upper); FAILED(hr)) RaiseArrayAccess(hr);
-  count_ = upper >= lower ? size_t(int64_t(upper) - lower + 1) : 0;
+  if (HoldsPointers(elementType_)) CheckElementType(array_, elementType_);
+  // The first dimension's elements lie first in the data, and are there only
+  // when no other dimension is empty.
+  count_ = upper >= lower && HoldsElements(array_) ? size_t(int64_t(upper) - lower + 1) : 0;
   elementSize_ = SafeArrayGetElemsize(array_);
   if (HRESULT hr = SafeArrayAccessData(array_, &data_); FAILED(hr)) RaiseArrayAccess(hr);
+  if (!data_) count_ = 0;
 }
 
 ArrayArgument::~ArrayArgument() {

@@ -39,8 +39,11 @@ std::optional<Color> TranslateColor(OLE_COLOR color);
 
 // A one-dimensional view of an array argument: the VARIANT must carry the
 // array flag (a VT_BYREF VARIANT is looked through first), else message 110;
-// a failing array call raises message 111 with its status. Only the first
-// dimension is read; the data stays accessed while the view lives.
+// a failing array call raises message 111 with its status, and so does an
+// array of strings, objects, VARIANTs or records whose own element type is
+// not the tagged one. Only the first dimension is read, and only where the
+// data holds it: an empty dimension anywhere means no elements. The data
+// stays accessed while the view lives.
 class ArrayArgument {
  public:
   explicit ArrayArgument(const VARIANT& variant);

@@ -175,6 +175,8 @@ LRESULT ControlWindow::OnSize(LPARAM lParam) {
   return 0;
 }
 
+// The update region reaches the draw entry as the paint context's clip box,
+// which is all the off-screen surface covers.
 LRESULT ControlWindow::OnPaint() {
   PAINTSTRUCT paint;
   HDC dc = BeginPaint(window_, &paint);

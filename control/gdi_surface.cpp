@@ -35,6 +35,13 @@ static_assert(sizeof(Point) == sizeof(POINT));
 
 GdiSurface::GdiSurface(HDC dc, HWND owner) : dc_(dc), owner_(owner), savedState_(SaveDC(dc)) {}
 
+// The viewport moves the drawing's logical coordinates; clip regions are in
+// the context's own pixels and move by hand.
+GdiSurface::GdiSurface(HDC dc, Point origin) : GdiSurface(dc) {
+  origin_ = origin;
+  SetViewportOrgEx(dc_, -origin.x, -origin.y, nullptr);
+}
+
 GdiSurface::~GdiSurface() {
   // Back to the state the context came in, which selects its own objects
   // again, so that the ones made here can go.
@@ -54,13 +61,13 @@ void GdiSurface::Restore() { RestoreDC(dc_, -1); }
 void GdiSurface::SetWindowOrigin(Point origin) { SetWindowOrgEx(dc_, origin.x, origin.y, nullptr); }
 
 void GdiSurface::ClipTo(const Rect& r) {
-  HRGN region = CreateRectRgn(r.left, r.top, r.right, r.bottom);
+  HRGN region = CreateRectRgn(r.left - origin_.x, r.top - origin_.y, r.right - origin_.x, r.bottom - origin_.y);
   SelectClipRgn(dc_, region);
   DeleteObject(region);
 }
 
 void GdiSurface::IntersectClip(const Rect& r) {
-  HRGN region = CreateRectRgn(r.left, r.top, r.right, r.bottom);
+  HRGN region = CreateRectRgn(r.left - origin_.x, r.top - origin_.y, r.right - origin_.x, r.bottom - origin_.y);
   ExtSelectClipRgn(dc_, region, RGN_AND);
   DeleteObject(region);
 }

@@ -15,6 +15,10 @@ class GdiSurface final : public Surface {
   // `owner`, when given, is the window whose device context `dc` is; it is
   // released to it at the end.
   explicit GdiSurface(HDC dc, HWND owner = nullptr);
+  // A surface whose context holds only part of the picture: its pixel (0, 0)
+  // is `origin` of the drawing's device coordinates, which the drawing keeps
+  // using (clip rectangles included) as if the context held all of it.
+  GdiSurface(HDC dc, Point origin);
   ~GdiSurface() override;
   GdiSurface(const GdiSurface&) = delete;
   GdiSurface& operator=(const GdiSurface&) = delete;
@@ -51,6 +55,7 @@ class GdiSurface final : public Surface {
 
   HDC dc_;
   HWND owner_;
+  Point origin_{0, 0};
   int savedState_;
   std::vector<HGDIOBJ> owned_;
 };

@@ -3,6 +3,8 @@
 #include <windows.h>
 #include <olectl.h>
 
+#include <algorithm>
+
 #include "control/automation_values.h"
 #include "control/class_ids.h"
 #include "control/com_support.h"
@@ -15,12 +17,36 @@ namespace {
 
 constexpr DWORD kMiscStatus = 131473;
 constexpr COLORREF kWhite = 0xFFFFFF;
+// The off-screen bitmap's bounds: wider than any screen, and with at most
+// 2^26 pixels (256 MB at 32 bits a pixel); a larger area is drawn in its
+// top rows only.
+constexpr LONG kMaxSurfaceSide = 32767;
+constexpr LONG kMaxSurfacePixels = 1 << 26;
+
+// What of the target's `drawn` rectangle the off-screen bitmap needs to
+// hold: the part inside the nominal surface of width by height pixels
+// that the target can show (its clip box), within the bounds above.
+RECT SurfaceArea(HDC target, const RECT& drawn, int width, int height) {
+  RECT nominal{0, 0, width, height}, area{}, shown{};
+  IntersectRect(&area, &drawn, &nominal);
+  switch (GetClipBox(target, &shown)) {
+    case NULLREGION: return RECT{};
+    case SIMPLEREGION:
+    case COMPLEXREGION: IntersectRect(&area, &area, &shown); break;
+    default: break;
+  }
+  area.right = LONG(std::min<int64_t>(area.right, int64_t(area.left) + kMaxSurfaceSide));
+  if (LONG across = area.right - area.left; across > 0)
+    area.bottom = LONG(std::min<int64_t>(area.bottom, int64_t(area.top) + kMaxSurfacePixels / across));
+  return area;
+}
 
 }  // namespace
 
-// Draws off screen and copies the picture to the target in one piece.
 // Draws the graph for a container, a paint message or a printer: into an
-// off-screen bitmap first, then the part that needs it onto the target.
+// off-screen bitmap first, then onto the target in one piece. The bitmap
+// holds only the part of the draw rectangle the target shows; the pass
+// draws at the same device positions as into a bitmap of the whole.
 void CVX_Graph::DrawInto(HDC target, const RECT& given) {
   RECT bounds = given;
   RECT screen = given;
@@ -50,22 +76,23 @@ void CVX_Graph::DrawInto(HDC target, const RECT& given) {
     width = GetDeviceCaps(target, HORZRES);
     height = GetDeviceCaps(target, VERTRES);
   }
-  HDC memory = CreateCompatibleDC(target);
-  HBITMAP bitmap = memory ? CreateCompatibleBitmap(target, width, height) : nullptr;
+  RECT area = SurfaceArea(target, drawRect_, width, height);
+  int across = area.right - area.left, down = area.bottom - area.top;
+  HDC memory = across > 0 && down > 0 ? CreateCompatibleDC(target) : nullptr;
+  HBITMAP bitmap = memory ? CreateCompatibleBitmap(target, across, down) : nullptr;
   if (bitmap) {
     HGDIOBJ old = SelectObject(memory, bitmap);
     COLORREF background = TranslateColor(backColor_).value_or(kWhite);
     SetBkColor(memory, background);
     {
-      GdiSurface surface(memory);
+      GdiSurface surface(memory, Point{area.left, area.top});
       Rect local{bounds.left, bounds.top, bounds.right, bounds.bottom};
       Rect update{drawRect_.left, drawRect_.top, drawRect_.right, drawRect_.bottom};
       // Without a window there is no drawing pass; the background still shows.
-      surface.FillRect({0, 0, width, height}, background);
+      surface.FillRect({area.left, area.top, area.right, area.bottom}, background);
       graph_->Draw(surface, local, update);
     }
-    BitBlt(target, drawRect_.left, drawRect_.top, drawRect_.right - drawRect_.left, drawRect_.bottom - drawRect_.top,
-           memory, drawRect_.left, drawRect_.top, SRCCOPY);
+    BitBlt(target, area.left, area.top, across, down, memory, 0, 0, SRCCOPY);
     SelectObject(memory, old);
     DeleteObject(bitmap);
   }

@@ -19,10 +19,17 @@ constexpr unsigned kRecordBits = 0x24;
 
 bool HasBits(VARTYPE type, unsigned bits) { return (type & bits) == bits; }
 
+// The record is the library's type `guid`: the same GUID, the same size,
+// and a matching type in the eyes of the library's own record information.
+// A record of another type that claims the GUID is not read as ours.
 bool IsRecordOf(const VARIANT& v, REFGUID guid) {
+  IRecordInfo* theirs = V_RECORDINFO(&v);
   GUID actual;
-  return V_RECORDINFO(&v) && SUCCEEDED(V_RECORDINFO(&v)->GetGuid(&actual)) &&
-         IsEqualGUID(actual, guid) && V_RECORD(&v);
+  if (!theirs || !V_RECORD(&v) || FAILED(theirs->GetGuid(&actual)) || !IsEqualGUID(actual, guid)) return false;
+  ComPtr<IRecordInfo> ours;
+  ULONG size = 0, expected = 0;
+  return SUCCEEDED(RecordInfoOf(guid, ours.put())) && SUCCEEDED(ours->GetSize(&expected)) &&
+         SUCCEEDED(theirs->GetSize(&size)) && size == expected && ours->IsMatchingType(theirs);
 }
 
 BSTR Bstr(const std::optional<Text>& text) { return NewBstr(text.value_or(Text())); }
@@ -78,6 +85,9 @@ AxisProps AxisPropsFromRecord(::AxisProps& r) {
   p.annotationIncrement = ValueOf(r.annotationIncrement);
   p.tickIncrement = ValueOf(r.tickIncrement);
   p.axisColor = TranslateColor(OLE_COLOR(r.axisColor));
+  // Kept as the control has always done it: the [in] record's
+  // annotationFormat is set to null in the host's record without being
+  // freed. The string stays the host's to free, through its own pointer.
   r.annotationFormat = nullptr;
   p.timeUnit = OptionalTextOf(r.timeUnit);
   p.title = OptionalTextOf(r.title);

@@ -13,7 +13,9 @@ namespace zel {
 // Where a props argument's record is: the VARIANT's own (its type byte has
 // the bits 0x24), or that of the VARIANT it refers to (bits 0x0C; the
 // referred VARIANT must then be a record). `wrongShape` is set when the
-// reference holds something else, or the record is not of `recordGuid`.
+// reference holds something else, or the record is not really of the
+// library's type `recordGuid`: a record claiming that GUID must also have
+// its size and match its type.
 void* RecordOf(const VARIANT& props, REFGUID recordGuid, bool& wrongShape);
 
 // Reads a host's record. Its annotationFormat is ignored and, as the control

@@ -90,13 +90,19 @@ STDMETHODIMP CVX_Graph::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
   return SUCCEEDED(hr) ? info->GetIDsOfNames(names, count, ids) : hr;
 }
 
-STDMETHODIMP CVX_Graph::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
+// The entries whose vtable layout has several values behind one pointer
+// learn that the call came late-bound, with one variable behind it.
+STDMETHODIMP CVX_Graph::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* params,
                                VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
+  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   ComPtr<ITypeInfo> info;
   HRESULT hr = TypeInfoOf(IID_IVX_Graph, info.put());
   if (FAILED(hr)) return hr;
-  return info->Invoke(static_cast<IVX_Graph*>(this), id, flags, params, result, exception,
-                      argumentError);
+  bool wasLateBound = lateBound_;
+  lateBound_ = TakesOneVariableLateBound(id);
+  hr = info->Invoke(static_cast<IVX_Graph*>(this), id, flags, params, result, exception, argumentError);
+  lateBound_ = wasLateBound;
+  return hr;
 }
 
 STDMETHODIMP CVX_Graph::InterfaceSupportsErrorInfo(REFIID iid) {

@@ -270,6 +270,10 @@ class CVX_Graph final : public IVX_Graph,
   HRESULT SetAxisProperties(bool vertical, LONG id, const VARIANT& props);
   HRESULT GetAxisProperties(bool vertical, LONG id, VARIANT* props);
 
+  // The entries with several values behind one pointer in their vtable
+  // layout, of which a late-bound caller passes one.
+  static bool TakesOneVariableLateBound(DISPID id);
+
   HRESULT InPlaceActivate(LONG verb, HWND parent, LPCRECT position);
   // Tells the container's view sink that the picture changed, and repaints.
   void ViewChanged();
@@ -304,6 +308,8 @@ class CVX_Graph final : public IVX_Graph,
   // The part of the target a draw request covers; all zero between requests.
   RECT drawRect_{};
   VARIANT_BOOL enabled_ = VARIANT_TRUE;
+  // True while IDispatch::Invoke runs an entry of TakesOneVariableLateBound.
+  bool lateBound_ = false;
   std::array<ClientProperty, 3> clientProperties_;
   LONG legendEnabled_ = 0;
   LONG propertiesModificationAllowed_ = 0;

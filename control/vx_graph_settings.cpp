@@ -30,6 +30,15 @@ enum PropertyId : DISPID {
   kComnYAxesPropsChkBoxEnableId = 0x49,
 };
 
+// The entries that, called late-bound, have one variable behind a pointer
+// where their vtable layout has several.
+enum OneVariableId : DISPID {
+  kSetGridPropsId = 0x3A,
+  kGetGridPropId = 0x3B,
+  kSetXmlColorId = 0x3C,
+  kGetXmlColorId = 0x3D,
+};
+
 constexpr int32_t kMarginsConversionFailed = 11000;
 constexpr int32_t kZoomConversionFailed = 10000;
 constexpr size_t kDateTimeFormatMax = 62;
@@ -70,6 +79,17 @@ void ToTypedArray(VARTYPE type, const std::array<T, 4>& values, VARIANT* out) {
   VariantInit(out);
   V_VT(out) = VT_ARRAY | type;
   V_ARRAY(out) = array;
+}
+
+// A tag whose value part holds a number (or nothing), never a pointer.
+bool IsNumberOrEmpty(VARTYPE type) {
+  switch (type) {
+    case VT_EMPTY: case VT_I1: case VT_UI1: case VT_I2: case VT_UI2: case VT_I4: case VT_UI4:
+    case VT_INT: case VT_UINT: case VT_I8: case VT_UI8: case VT_R4: case VT_R8: case VT_CY: case VT_DATE:
+      return true;
+    default:
+      return false;
+  }
 }
 
 Text MouseModeKeyword(MouseMode mode) {
@@ -325,8 +345,15 @@ STDMETHODIMP CVX_Graph::GetPreconfVersion(VARIANT version) {
   return S_OK;
 }
 
+// The caller's tag stays when it is empty or a number. Any other VARIANT
+// (a text, an object, an array, a reference) is cleared and gets the
+// version as VT_R4: its value part is a pointer the host would follow.
 STDMETHODIMP CVX_Graph::GetVer(VARIANT* version) {
   if (!version) return E_INVALIDARG;
+  if (!IsNumberOrEmpty(V_VT(version))) {
+    VariantClear(version);
+    V_VT(version) = VT_R4;
+  }
   V_I4(version) = V_I4(&version_);
   return S_OK;
 }
@@ -339,9 +366,18 @@ STDMETHODIMP CVX_Graph::setGraphColor(LONG* background, LONG* grid) {
   return S_OK;
 }
 
+bool CVX_Graph::TakesOneVariableLateBound(DISPID id) {
+  return id == kSetGridPropsId || id == kGetGridPropId || id == kSetXmlColorId || id == kGetXmlColorId;
+}
+
+// Through the vtable the grid words are three shorts behind `words`; a
+// late-bound caller has one, and only the first word is read or written
+// (the other two stay as they are).
 STDMETHODIMP CVX_Graph::SetGridProps(LONG* color, short* words) {
   if (!color || !words) return E_INVALIDARG;
-  graph_->SetGridProps(*color, {words[0], words[1], words[2]});
+  std::array<int16_t, 3> given = graph_->gridWords();
+  std::copy_n(words, lateBound_ ? 1 : 3, given.begin());
+  graph_->SetGridProps(*color, given);
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -349,20 +385,21 @@ STDMETHODIMP CVX_Graph::SetGridProps(LONG* color, short* words) {
 STDMETHODIMP CVX_Graph::getGridProp(LONG* color, short* words) {
   if (!color || !words) return E_INVALIDARG;
   *color = graph_->gridColor();
-  std::copy(graph_->gridWords().begin(), graph_->gridWords().end(), words);
+  std::copy_n(graph_->gridWords().begin(), lateBound_ ? 1 : 3, words);
   return S_OK;
 }
 
+// Two colours behind one pointer through the vtable; the first alone when
+// late-bound.
 STDMETHODIMP CVX_Graph::SetXMLColor(LONG* colors) {
   if (!colors) return E_INVALIDARG;
-  Process().xmlColors = {colors[0], colors[1]};
+  std::copy_n(colors, lateBound_ ? 1 : 2, Process().xmlColors.begin());
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::GetXMLColor(LONG* colors) {
   if (!colors) return E_INVALIDARG;
-  colors[0] = Process().xmlColors[0];
-  colors[1] = Process().xmlColors[1];
+  std::copy_n(Process().xmlColors.begin(), lateBound_ ? 1 : 2, colors);
   return S_OK;
 }
 
