@@ -264,8 +264,11 @@ void CAxesPropPage::CheckAxis(int slot, const AxisFields& wanted) const {
     if (!ParseAxisValue(wanted.max, type, &max.v)) refuse(ZEL_AXIS_MAX, kLabelAxisMax, badValue);
     if (AxisValueNumber(min.v) >= AxisValueNumber(max.v)) refuse(ZEL_AXIS_MIN, kLabelAxisMin, kMsgMinBelowMax);
   }
+  // An axis added without a record holds width 0 until one is applied: only
+  // a width the operator typed is checked.
   long width = 0;
-  if (!ParseWidth(wanted.gridWidth, width) || width < 1 || width > kGridWidthMax)
+  if (wanted.gridWidth != shown.gridWidth &&
+      (!ParseWidth(wanted.gridWidth, width) || width < 1 || width > kGridWidthMax))
     refuse(ZEL_AXIS_GRID_WIDTH, kLabelGridWidth, kMsgGridWidthRange);
 }
 

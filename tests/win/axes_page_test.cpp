@@ -191,6 +191,27 @@ TEST_F(AxesPageTest, EachFieldOfRealAndTimeAxesRoundTrips) {
   EXPECT_EQ(V_DATE(&Record(again).min), Date(2020, 1, 5, 3, 30)) << "an untouched date is not rewritten";
 }
 
+// Added without a record, the axis also holds grid width 0, which the page
+// shows and leaves alone.
+TEST_F(AxesPageTest, ADiscreteAxisHasNoRangeToEnter) {
+  Var discrete(L"DISCRETE");
+  ASSERT_EQ(graph->AddYAxis(4, V_BSTR(&discrete.v), Var().v, 0, Var::Missing().v, Var::Missing().v), S_OK);
+  Var before = Props(true, 4);
+  WithAxesPage([&](const AxesPage& p) {
+    EXPECT_FALSE(p.Enabled(ZEL_AXIS_Y4));
+    p.Axis(3);
+    EXPECT_FALSE(p.Enabled(ZEL_AXIS_MIN));
+    EXPECT_FALSE(p.Enabled(ZEL_AXIS_MAX));
+    EXPECT_EQ(p.Text(ZEL_AXIS_GRID_WIDTH), L"0");
+    p.Choose(ZEL_AXIS_GRID_MODE, 1);
+    EXPECT_EQ(p.PressForMessage(IDOK), L"");
+  });
+  Var after = Props(true, 4);
+  EXPECT_STREQ(Record(after).gridMode, L"ANNOTATION");
+  EXPECT_EQ(Record(after).gridWidth, 1) << "the control's own rule for a width below 1";
+  EXPECT_EQ(V_I4(&Record(after).max), V_I4(&Record(before).max));
+}
+
 TEST_F(AxesPageTest, CancelChangesNothing) {
   std::wstring before = Snapshot();
   WithAxesPage([&](const AxesPage& p) {
