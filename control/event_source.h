@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "control/com_support.h"
+#include "control/connection_point.h"
 
 namespace zel {
 
@@ -22,20 +22,9 @@ enum EventId : DISPID {
 // An event argument: a number as VT_R4, VT_INT, VT_UI4 or VT_I4.
 VARIANT EventArgument(VARTYPE type, double number);
 
-class EventSource final : public IConnectionPoint {
+class EventSource final : public ConnectionPoint<IDispatch> {
  public:
-  // `owner` is the control's container interface; the point shares its life.
   explicit EventSource(IConnectionPointContainer* owner);
-  ~EventSource();
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override;
-  STDMETHODIMP_(ULONG) Release() override;
-  STDMETHODIMP GetConnectionInterface(IID* iid) override;
-  STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
-  STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
-  STDMETHODIMP Unadvise(DWORD cookie) override;
-  STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
   // Calls every connected sink in turn with VARIANT arguments, first to last
   // as written (they are passed in reverse, as DISPPARAMS wants). Sinks may
@@ -43,13 +32,8 @@ class EventSource final : public IConnectionPoint {
   void Fire(DISPID id, std::vector<VARIANT> args);
 
  private:
-  struct Connection {
-    DWORD cookie;
-    ComPtr<IDispatch> sink;
-  };
-  IConnectionPointContainer* owner_;
-  std::vector<Connection> connections_;
-  DWORD nextCookie_ = 1;
+  // The events interface, or a plain IDispatch.
+  ComPtr<IDispatch> Accept(IUnknown& sink) const override;
 };
 
 }  // namespace zel
