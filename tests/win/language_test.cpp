@@ -91,6 +91,29 @@ class LanguageTest : public ::testing::Test {
     return window;
   }
 
+  // A page of the copy for the control, activated in a window of ours with
+  // German chosen; `inspect` reads its dialog.
+  void ShowPageIn(REFCLSID clsid, const std::function<void(HWND)>& inspect) {
+    auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
+        reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    IClassFactory* factory = nullptr;
+    ASSERT_EQ(getClassObject(clsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+    IPropertyPage* page = nullptr;
+    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)), S_OK);
+    factory->Release();
+    IUnknown* objects[] = {graph};
+    page->SetObjects(1, objects);
+    frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr,
+                            nullptr, nullptr);
+    Choose(L"DE");
+    RECT place{0, 0, 500, 300};
+    EXPECT_EQ(page->Activate(frame, &place, TRUE), S_OK);
+    inspect(GetWindow(frame, GW_CHILD));
+    page->Deactivate();
+    page->SetObjects(0, nullptr);
+    page->Release();
+  }
+
   static HMODULE module;
   IVX_Graph* graph = nullptr;
   IUnknown* container = nullptr;
@@ -147,64 +170,32 @@ TEST_F(LanguageTest, MenusAndMessageBoxesSpeakTheLanguage) {
 // The graph settings page of the same copy, activated in a window of ours:
 // labels and list items come from the first source that has them.
 TEST_F(LanguageTest, TheSettingsPageSpeaksTheLanguage) {
-  auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
-      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-  IClassFactory* factory = nullptr;
-  ASSERT_EQ(getClassObject(kGraphPageClsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
-  IPropertyPage* page = nullptr;
-  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)), S_OK);
-  factory->Release();
-  IUnknown* objects[] = {graph};
-  page->SetObjects(1, objects);
-  frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr, nullptr,
-                          nullptr);
-  Choose(L"DE");
-  RECT place{0, 0, 500, 300};
-  ASSERT_EQ(page->Activate(frame, &place, TRUE), S_OK);
-  HWND dialog = GetWindow(frame, GW_CHILD);
-  auto item = [&](int list, int index) {
-    wchar_t text[64] = L"";
-    SendDlgItemMessageW(dialog, list, CB_GETLBTEXT, WPARAM(index), LPARAM(text));
-    return std::wstring(text);
-  };
-  EXPECT_EQ(ItemText(dialog, 350), L"&Links:");
-  EXPECT_EQ(ItemText(dialog, 360), L"Le&gende zeigen");
-  EXPECT_EQ(ItemText(dialog, 366), L"EN library: scroll bars");
-  EXPECT_EQ(ItemText(dialog, 351), L"&Right:");
-  EXPECT_EQ(item(ZEL_MOUSE_MODE, 0), L"Markieren");
-  EXPECT_EQ(item(ZEL_MOUSE_MODE, 1), L"Pan");
-  EXPECT_EQ(ItemText(dialog, ZEL_MARGIN_LEFT), L"10") << "fields keep their values";
-  page->Deactivate();
-  page->SetObjects(0, nullptr);
-  page->Release();
+  ShowPageIn(kGraphPageClsid, [&](HWND dialog) {
+    auto item = [&](int list, int index) {
+      wchar_t text[64] = L"";
+      SendDlgItemMessageW(dialog, list, CB_GETLBTEXT, WPARAM(index), LPARAM(text));
+      return std::wstring(text);
+    };
+    EXPECT_EQ(ItemText(dialog, 350), L"&Links:");
+    EXPECT_EQ(ItemText(dialog, 360), L"Le&gende zeigen");
+    EXPECT_EQ(ItemText(dialog, 366), L"EN library: scroll bars");
+    EXPECT_EQ(ItemText(dialog, 351), L"&Right:");
+    EXPECT_EQ(item(ZEL_MOUSE_MODE, 0), L"Markieren");
+    EXPECT_EQ(item(ZEL_MOUSE_MODE, 1), L"Pan");
+    EXPECT_EQ(ItemText(dialog, ZEL_MARGIN_LEFT), L"10") << "fields keep their values";
+  });
 }
 
 // The axes page likewise, with the axis names on its buttons left as symbols.
 TEST_F(LanguageTest, TheAxesPageSpeaksTheLanguage) {
-  auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
-      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-  IClassFactory* factory = nullptr;
-  ASSERT_EQ(getClassObject(kAxesPageClsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
-  IPropertyPage* page = nullptr;
-  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)), S_OK);
-  factory->Release();
-  IUnknown* objects[] = {graph};
-  page->SetObjects(1, objects);
-  frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr, nullptr,
-                          nullptr);
-  Choose(L"DE");
-  RECT place{0, 0, 500, 300};
-  ASSERT_EQ(page->Activate(frame, &place, TRUE), S_OK);
-  HWND dialog = GetWindow(frame, GW_CHILD);
-  wchar_t annotation[64] = L"";
-  SendDlgItemMessageW(dialog, ZEL_AXIS_GRID_MODE, CB_GETLBTEXT, 1, LPARAM(annotation));
-  EXPECT_EQ(ItemText(dialog, 381), L"&Automatisch skalieren");
-  EXPECT_EQ(std::wstring(annotation), L"Beschriftung");
-  EXPECT_EQ(ItemText(dialog, 382), L"M&inimum:") << "from the control's own table";
-  EXPECT_EQ(ItemText(dialog, ZEL_AXIS_Y1), L"Y&1");
-  page->Deactivate();
-  page->SetObjects(0, nullptr);
-  page->Release();
+  ShowPageIn(kAxesPageClsid, [&](HWND dialog) {
+    wchar_t annotation[64] = L"";
+    SendDlgItemMessageW(dialog, ZEL_AXIS_GRID_MODE, CB_GETLBTEXT, 1, LPARAM(annotation));
+    EXPECT_EQ(ItemText(dialog, 381), L"&Automatisch skalieren");
+    EXPECT_EQ(std::wstring(annotation), L"Beschriftung");
+    EXPECT_EQ(ItemText(dialog, 382), L"M&inimum:") << "from the control's own table";
+    EXPECT_EQ(ItemText(dialog, ZEL_AXIS_Y1), L"Y&1");
+  });
 }
 
 }  // namespace
