@@ -139,6 +139,12 @@ void CAxesPropPage::Write() {
   WriteShared(wanted);
 }
 
+bool CAxesPropPage::IsViewChoice(int control) const {
+  for (int button : kAxisButtons)
+    if (control == button) return true;
+  return false;
+}
+
 // Choosing another axis keeps the edits of the one left.
 void CAxesPropPage::OnFieldCommand(int control, WORD code) {
   if (code != BN_CLICKED) return;

@@ -46,6 +46,7 @@ class CAxesPropPage final : public CSettingsPage {
   void Check() const override;
   void Write() override;
   void OnFieldCommand(int control, WORD code) override;
+  bool IsViewChoice(int control) const override;
 
   void FindAxes();
   Settings ReadControl() const;

@@ -129,6 +129,8 @@ void CDSetPropPage::Write() {
   WriteBarWidth();
 }
 
+bool CDSetPropPage::IsViewChoice(int control) const { return control == ZEL_CURVE_CHOICE; }
+
 void CDSetPropPage::OnFieldCommand(int control, WORD code) {
   if (control == ZEL_CURVE_CHOICE && code == CBN_SELCHANGE) {
     if (current_ >= 0) curves_[size_t(current_)].edited = FieldsLook();

@@ -40,6 +40,7 @@ class CDSetPropPage final : public CSettingsPage {
   void Check() const override;
   void Write() override;
   void OnFieldCommand(int control, WORD code) override;
+  bool IsViewChoice(int control) const override;
 
   void ReadCurves();
   Look ReadLook(LONG id) const;

@@ -54,10 +54,6 @@ bool IsInputField(HWND child) {
   return _wcsicmp(name, L"Static") != 0 && (GetWindowLongW(child, GWL_STYLE) & 0x0F) != BS_GROUPBOX;
 }
 
-BOOL CALLBACK DisableInput(HWND child, LPARAM) {
-  if (IsInputField(child)) EnableWindow(child, FALSE);
-  return TRUE;
-}
 
 }  // namespace
 
@@ -233,9 +229,16 @@ INT_PTR CALLBACK CSettingsPage::DialogProc(HWND window, UINT message, WPARAM wPa
   return TRUE;
 }
 
-// Changes the operator makes; those made while filling the page are not.
+// Changes the operator makes; those made while filling the page are not,
+// nor is showing another axis or curve.
 void CSettingsPage::OnCommand(int control, WORD code) {
   if (filling_) return;
+  if (IsViewChoice(control)) {
+    filling_ = true;
+    OnFieldCommand(control, code);
+    filling_ = false;
+    return;
+  }
   bool change = code == EN_CHANGE || code == BN_CLICKED || code == CBN_SELCHANGE || code == ColorSwatch::kColorChanged;
   if (change) MarkDirty();
   OnFieldCommand(control, code);
@@ -272,7 +275,13 @@ void CSettingsPage::Refill() {
   if (readOnly_) LockFields();
 }
 
-void CSettingsPage::LockFields() { EnumChildWindows(window_, DisableInput, 0); }
+void CSettingsPage::LockFields() { EnumChildWindows(window_, LockField, LPARAM(this)); }
+
+BOOL CALLBACK CSettingsPage::LockField(HWND child, LPARAM self) {
+  auto* page = reinterpret_cast<CSettingsPage*>(self);
+  if (IsInputField(child) && !page->IsViewChoice(GetDlgCtrlID(child))) EnableWindow(child, FALSE);
+  return TRUE;
+}
 
 void CSettingsPage::ShowFieldError(const FieldError& error) {
   Text words = LabelWords(error.label);

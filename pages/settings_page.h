@@ -74,6 +74,10 @@ class CSettingsPage : public IPropertyPage {
   // A command from a field, after the base has noted the change: pages
   // enable or disable dependent fields here.
   virtual void OnFieldCommand(int /*control*/, WORD /*code*/) {}
+  // Whether `control` chooses which axis or curve the page shows. Choosing
+  // changes nothing in the graph: it neither marks the page dirty nor is
+  // locked in read-only mode, so every item can still be looked at.
+  virtual bool IsViewChoice(int /*control*/) const { return false; }
 
   // The control; valid from SetObjects on (hooks run only then).
   IVX_Graph& graph() const { return *graph_.get(); }
@@ -105,6 +109,7 @@ class CSettingsPage : public IPropertyPage {
   void OnSheetActive();
   void Refill();
   void LockFields();
+  static BOOL CALLBACK LockField(HWND child, LPARAM self);
   void ShowFieldError(const FieldError& error);
   void ShowEntryError();
   SIZE TemplateSize() const;

@@ -121,8 +121,11 @@ TEST_F(AxesPageTest, EachFieldOfRealAndTimeAxesRoundTrips) {
     EXPECT_TRUE(p.Enabled(ZEL_AXIS_Y2));
     EXPECT_FALSE(p.Enabled(ZEL_AXIS_Y3)) << "no third Y axis";
     EXPECT_FALSE(p.Enabled(kSplit)) << "the X axis does not split";
-    EXPECT_FALSE(p.ApplyEnabled());
+    p.Axis(2);
+    p.Axis(0);
+    EXPECT_FALSE(p.ApplyEnabled()) << "looking at another axis changes nothing";
     p.Click(kAutoScale);
+    EXPECT_TRUE(p.ApplyEnabled());
     p.Type(ZEL_AXIS_MIN, L"-5");
     p.Type(ZEL_AXIS_MAX, L"2.5");
     p.Choose(ZEL_AXIS_GRID_MODE, 2);
@@ -266,6 +269,10 @@ TEST_F(AxesPageTest, WithoutPermissionThePageShowsButChangesNothing) {
     p.Type(ZEL_AXIS_MIN, L"4");
     p.Type(ZEL_UNIT_NAME_Y1, L"x");
     EXPECT_FALSE(p.ApplyEnabled());
+    EXPECT_FALSE(p.Enabled(ZEL_AXIS_Y3)) << "an absent axis stays unchosen";
+    p.Axis(1);
+    EXPECT_TRUE(p.Checked(ZEL_AXIS_Y1)) << "every axis can still be looked at";
+    EXPECT_EQ(p.Text(ZEL_AXIS_MAX).substr(0, 8), L"1/2/2020");
     p.Press(IDOK);
   });
   EXPECT_EQ(Snapshot(), before);

@@ -184,6 +184,9 @@ TEST_F(CurvePageTest, SwitchingCurvesKeepsTheEditsAndCancelChangesNothing) {
   std::wstring before = Snapshot();
   auto editTwoCurves = [](const CurvePage& p) {
     EXPECT_EQ(p.SelectedText(ZEL_CURVE_CHOICE), L"Temp") << "the curve picked in the legend";
+    p.Choose(ZEL_CURVE_CHOICE, 1);
+    p.Choose(ZEL_CURVE_CHOICE, 2);
+    EXPECT_FALSE(p.ApplyEnabled()) << "looking at another curve changes nothing";
     p.Type(ZEL_LINE_WIDTH, L"4");
     p.Choose(ZEL_CURVE_CHOICE, 0);
     EXPECT_EQ(p.Text(ZEL_LINE_WIDTH), L"1") << "Flow's own width";
@@ -263,6 +266,8 @@ TEST_F(CurvePageTest, WithoutPermissionThePageShowsButChangesNothing) {
     EXPECT_EQ(p.SelectedText(ZEL_CURVE_CHOICE), L"Temp");
     for (int field : {ZEL_CURVE_TYPE, ZEL_LINE_WIDTH, ZEL_LINE_COLOR, ZEL_FILL_TO, kAutoWidth, ZEL_BAR_WIDTH})
       EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p.page, field))) << field;
+    p.Choose(ZEL_CURVE_CHOICE, 0);
+    EXPECT_NE(p.SelectedText(ZEL_CURVE_CHOICE), L"Temp") << "every curve can still be looked at";
     p.Type(ZEL_LINE_WIDTH, L"7");
     p.Choose(ZEL_CURVE_TYPE, 3);
     p.Press(IDOK);
