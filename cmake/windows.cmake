@@ -74,6 +74,26 @@ foreach(language DE EN FR)
   add_dependencies(zelgraph_win_tests test_language_${language})
 endforeach()
 
+# A pseudo-language whose every text is its id in brackets, "[id]": a page
+# shown in it proves that each of its labels and list items comes from the
+# text table. Made from the table itself, so new texts are in it at once.
+file(STRINGS resources/texts.def text_lines REGEX "^ZEL_TEXT\\(")
+set(marked_texts "STRINGTABLE\nBEGIN\n")
+foreach(line IN LISTS text_lines)
+  if(line MATCHES "^ZEL_TEXT\\(([0-9]+),")
+    string(APPEND marked_texts "  ${CMAKE_MATCH_1}, \"[${CMAKE_MATCH_1}]\"\n")
+  endif()
+endforeach()
+string(APPEND marked_texts "END\n")
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/languages/XX.rc CONTENT "${marked_texts}" @ONLY)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS resources/texts.def)
+add_library(test_language_XX SHARED ${PROJECT_BINARY_DIR}/languages/XX.rc)
+set_target_properties(test_language_XX PROPERTIES
+  LINKER_LANGUAGE CXX PREFIX "" OUTPUT_NAME LangGraph_texts_XX
+  RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/language_test/XX)
+target_link_options(test_language_XX PRIVATE -nostdlib -Wl,-e,0 -s)
+add_dependencies(zelgraph_win_tests test_language_XX)
+
 # The gallery host program of examples/: a client of the registered control.
 add_executable(gallery examples/gallery.cpp)
 target_compile_options(gallery PRIVATE -municode)

@@ -92,8 +92,8 @@ class LanguageTest : public ::testing::Test {
   }
 
   // A page of the copy for the control, activated in a window of ours with
-  // German chosen; `inspect` reads its dialog.
-  void ShowPageIn(REFCLSID clsid, const std::function<void(HWND)>& inspect) {
+  // `language` chosen; `inspect` reads its dialog.
+  void ShowPageIn(REFCLSID clsid, const wchar_t* language, const std::function<void(HWND)>& inspect) {
     auto getClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
         reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     IClassFactory* factory = nullptr;
@@ -105,7 +105,7 @@ class LanguageTest : public ::testing::Test {
     page->SetObjects(1, objects);
     frame = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW, 0, 0, 640, 480, nullptr, nullptr,
                             nullptr, nullptr);
-    Choose(L"DE");
+    Choose(language);
     RECT place{0, 0, 500, 300};
     EXPECT_EQ(page->Activate(frame, &place, TRUE), S_OK);
     inspect(GetWindow(frame, GW_CHILD));
@@ -170,7 +170,7 @@ TEST_F(LanguageTest, MenusAndMessageBoxesSpeakTheLanguage) {
 // The graph settings page of the same copy, activated in a window of ours:
 // labels and list items come from the first source that has them.
 TEST_F(LanguageTest, TheSettingsPageSpeaksTheLanguage) {
-  ShowPageIn(kGraphPageClsid, [&](HWND dialog) {
+  ShowPageIn(kGraphPageClsid, L"DE", [&](HWND dialog) {
     auto item = [&](int list, int index) {
       wchar_t text[64] = L"";
       SendDlgItemMessageW(dialog, list, CB_GETLBTEXT, WPARAM(index), LPARAM(text));
@@ -186,16 +186,39 @@ TEST_F(LanguageTest, TheSettingsPageSpeaksTheLanguage) {
   });
 }
 
-// The axes page likewise, with the axis names on its buttons left as symbols.
-TEST_F(LanguageTest, TheAxesPageSpeaksTheLanguage) {
-  ShowPageIn(kAxesPageClsid, [&](HWND dialog) {
-    wchar_t annotation[64] = L"";
-    SendDlgItemMessageW(dialog, ZEL_AXIS_GRID_MODE, CB_GETLBTEXT, 1, LPARAM(annotation));
-    EXPECT_EQ(ItemText(dialog, 381), L"&Automatisch skalieren");
-    EXPECT_EQ(std::wstring(annotation), L"Beschriftung");
-    EXPECT_EQ(ItemText(dialog, 382), L"M&inimum:") << "from the control's own table";
-    EXPECT_EQ(ItemText(dialog, ZEL_AXIS_Y1), L"Y&1");
-  });
+// In the marking language every text reads "[id]". Every label, group box,
+// check box and list item of the three pages must show it, while fields
+// (ids from 1000 up) keep what they hold, the axis buttons' symbols too.
+TEST_F(LanguageTest, EveryLabelOfThePagesComesFromTheTextTable) {
+  auto marked = [](const std::wstring& text) {
+    return text.size() > 2 && text.front() == L'[' && text.back() == L']' &&
+           text.find_first_not_of(L"0123456789", 1) == text.size() - 1;
+  };
+  for (const GUID* page : {&kGraphPageClsid, &kAxesPageClsid, &kCurvePageClsid}) {
+    ShowPageIn(*page, L"XX", [&](HWND dialog) {
+      int labels = 0;
+      for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        int id = GetDlgCtrlID(child);
+        if (id > 0 && id < 1000) {
+          EXPECT_EQ(WindowText(child), L"[" + std::to_wstring(id) + L"]");
+          ++labels;
+        }
+        wchar_t kind[16] = L"";
+        GetClassNameW(child, kind, 16);
+        if (_wcsicmp(kind, L"ComboBox") != 0) continue;
+        auto count = SendMessageW(child, CB_GETCOUNT, 0, 0);
+        for (WPARAM i = 0; i < WPARAM(count); ++i) {
+          wchar_t item[64] = L"";
+          SendMessageW(child, CB_GETLBTEXT, i, LPARAM(item));
+          EXPECT_TRUE(marked(item)) << id << ": " << item;
+        }
+      }
+      EXPECT_GT(labels, 10);
+      if (page == &kAxesPageClsid) {
+        EXPECT_EQ(ItemText(dialog, ZEL_AXIS_Y1), L"Y&1");
+      }
+    });
+  }
 }
 
 }  // namespace
