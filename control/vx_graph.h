@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 
+#include "control/axis_sides.h"
 #include "control/control_window.h"
 #include "control/event_source.h"
 #include "control/module.h"
@@ -30,7 +31,8 @@ class CVX_Graph final : public IVX_Graph,
                         public IPersistStreamInit,
                         public IPersistPropertyBag,
                         public ISpecifyPropertyPages,
-                        public IPromptOwner {
+                        public IPromptOwner,
+                        public IAxisSides {
  public:
   static HRESULT Create(IUnknown* outer, REFIID iid, void** object);
 
@@ -253,6 +255,8 @@ class CVX_Graph final : public IVX_Graph,
   void OnTimer(UINT_PTR id);
   // IPromptOwner: the notes the pages show, silenced for this control's life.
   CPromptMsg& STDMETHODCALLTYPE Prompts() override { return prompts_; }
+  // IAxisSides: where an axis was placed when it was added.
+  int STDMETHODCALLTYPE AxisSide(BOOL vertical, LONG id) override;
   static double PrinterScale(HDC printer);
 
  private:

@@ -181,6 +181,11 @@ STDMETHODIMP CVX_Graph::SetPieColorAt(LONG datasetId, LONG index, OLE_COLOR colo
   return SUCCEEDED(hr) && !inRange ? E_INVALIDARG : hr;
 }
 
+int STDMETHODCALLTYPE CVX_Graph::AxisSide(BOOL vertical, LONG id) {
+  const VAxis* axis = vertical ? graph().FindYAxis(id) : graph().FindXAxis(id);
+  return axis ? int(axis->placement()) : -1;
+}
+
 STDMETHODIMP CVX_Graph::EnumXAxes(VARIANT* axes) {
   if (!axes) return E_INVALIDARG;
   return Guarded([&] { EnumToVariant(graph_->EnumXAxes(), axes); });

@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "control/automation_values.h"
+#include "control/axis_sides.h"
 #include "pages/axis_value_text.h"
 #include "pages/page_resources.h"
 #include "util/text_ids.h"
+#include "util/texts.h"
 
 namespace zel {
 namespace {
@@ -167,7 +169,27 @@ void CAxesPropPage::FindAxes() {
   auto y = AxesOf(yAxes.v, 4);
   if (!x.empty()) slots_[0] = {x[0].first, x[0].second};
   for (size_t i = 0; i < y.size(); ++i) slots_[i + 1] = {y[i].first, y[i].second};
+  ComPtr<IAxisSides> sides;
+  if (FAILED(graph().QueryInterface(IID_IAxisSides, reinterpret_cast<void**>(sides.put())))) return;
+  for (int i = 0; i < kAxisCount; ++i)
+    if (slots_[size_t(i)].present()) slots_[size_t(i)].side = sides->AxisSide(IsYAxis(i), slots_[size_t(i)].id);
 }
+
+namespace {
+
+// The words for where an axis stands: its side, the centre, or a value of
+// another axis.
+Text SideText(int slot, int side) {
+  switch (side) {
+    case 0: return LookupText(IsYAxis(slot) ? kTextLeft : kTextBottom);
+    case 1: return LookupText(IsYAxis(slot) ? kTextRight : kTextTop);
+    case 2: return LookupText(kTextCentre);
+    case 3: return LookupText(kTextAtAnotherAxis);
+    default: return Text();
+  }
+}
+
+}  // namespace
 
 CAxesPropPage::Settings CAxesPropPage::ReadControl() const {
   Settings s;
@@ -237,6 +259,7 @@ void CAxesPropPage::ShowAxis(int slot) const {
   SetFieldText(ZEL_AXIS_GRID_WIDTH, f.gridWidth);
   SetColor(ZEL_AXIS_GRID_COLOR, f.gridColor);
   SetFieldText(ZEL_AXIS_TITLE, f.title);
+  SetFieldText(ZEL_AXIS_SIDE, slot >= 0 ? SideText(slot, slots_[size_t(slot)].side) : Text());
   SetChecked(kCheckSplitAxis, slot >= 2 && edits_.split[size_t(slot - 2)]);
   for (int i = 0; i < kAxisCount; ++i) SetChecked(kAxisButtons[i], i == slot);
   EnableAxisFields();

@@ -32,6 +32,7 @@ class CAxesPropPage final : public CSettingsPage {
   struct AxisSlot {
     LONG id = 0;
     LONG type = -1;
+    int side = -1;  // placement code, shown but not changed
     bool present() const { return type >= 0; }
   };
   struct Settings {

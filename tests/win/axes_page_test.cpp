@@ -195,14 +195,18 @@ TEST_F(AxesPageTest, EachFieldOfRealAndTimeAxesRoundTrips) {
 }
 
 // Added without a record, the axis also holds grid width 0, which the page
-// shows and leaves alone.
+// shows and leaves alone. Its side is shown, as for every axis.
 TEST_F(AxesPageTest, ADiscreteAxisHasNoRangeToEnter) {
-  Var discrete(L"DISCRETE");
-  ASSERT_EQ(graph->AddYAxis(4, V_BSTR(&discrete.v), Var().v, 0, Var::Missing().v, Var::Missing().v), S_OK);
+  Var discrete(L"DISCRETE"), right(L"RIGHT");
+  ASSERT_EQ(graph->AddYAxis(4, V_BSTR(&discrete.v), Var().v, 0, right.v, Var::Missing().v), S_OK);
   Var before = Props(true, 4);
   WithAxesPage([&](const AxesPage& p) {
+    EXPECT_EQ(p.Text(ZEL_AXIS_SIDE), L"Bottom");
+    p.Axis(1);
+    EXPECT_EQ(p.Text(ZEL_AXIS_SIDE), L"Left");
     EXPECT_FALSE(p.Enabled(ZEL_AXIS_Y4));
     p.Axis(3);
+    EXPECT_EQ(p.Text(ZEL_AXIS_SIDE), L"Right");
     EXPECT_FALSE(p.Enabled(ZEL_AXIS_MIN));
     EXPECT_FALSE(p.Enabled(ZEL_AXIS_MAX));
     EXPECT_EQ(p.Text(ZEL_AXIS_GRID_WIDTH), L"0");
