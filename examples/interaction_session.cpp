@@ -3,7 +3,8 @@
 // driven through the window system's input queue (SendInput), as a person
 // would drive it: a rubber band in the default mode, a zoom to it, a pan and
 // a hairline drag. After each step the window is copied from the screen and
-// written as a PNG. The program prints what the host heard, one "PASS" or
+// written as a PNG. Last, a control holding the gallery's time trend opens
+// its "Graph Settings" frame, and each of its pages is photographed. The program prints what the host heard, one "PASS" or
 // "FAIL" line per check and "done" at its end, and exits with status 1 when a
 // check failed, so that it doubles as a test.
 //
@@ -23,6 +24,7 @@
 #include <utility>
 #include <vector>
 
+#include "gallery_graphs.h"
 #include "host_support.h"
 #include "zelgraph_idl.h"
 
@@ -360,6 +362,77 @@ LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
+// The settings frame photographed page by page from inside its modal loop,
+// by a timer of this thread: every other tick turns to the next tab, the
+// ticks between take the picture once the page has painted.
+struct PageShots {
+  std::wstring folder;
+  int tick = 0;
+  int taken = 0;
+  bool closed = false;
+};
+PageShots pageShots;
+
+BOOL CALLBACK FindPropertySheet(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window) || !FindWindowExW(window, nullptr, L"SysTabControl32", nullptr)) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+void CALLBACK ShootNextPage(HWND, UINT, UINT_PTR timer, DWORD) {
+  static const wchar_t* const names[] = {L"page_graph", L"page_axes", L"page_curve"};
+  HWND sheet = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), FindPropertySheet, LPARAM(&sheet));
+  if (!sheet) return;  // not open yet
+  int page = pageShots.tick / 2;
+  if (page == 3) {
+    KillTimer(nullptr, timer);
+    PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0);
+    pageShots.closed = true;
+  } else if (pageShots.tick % 2 == 0) {
+    SendMessageW(sheet, PSM_SETCURSEL, WPARAM(page), 0);
+    RedrawWindow(sheet, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+  } else {
+    Screenshot(sheet, pageShots.folder, names[page]);
+    ++pageShots.taken;
+  }
+  ++pageShots.tick;
+}
+
+// A new control in `frame`, built as the gallery's time trend, opens its
+// settings frame as the context menu's "Graph Settings..." does.
+void ShootSettingsPages(HWND frame, const std::wstring& folder) {
+  RECT client;
+  GetClientRect(frame, &client);
+  HWND host = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, client.right,
+                              client.bottom, frame, nullptr, nullptr, nullptr);
+  auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
+  IUnknown* control = nullptr;
+  IVX_Graph* graph = nullptr;
+  IOleWindow* oleWindow = nullptr;
+  HWND window = nullptr;
+  if (host && SUCCEEDED(getControl(host, &control)) && control) {
+    control->QueryInterface(IID_IVX_Graph, reinterpret_cast<void**>(&graph));
+    control->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&oleWindow));
+    control->Release();
+  }
+  if (oleWindow) oleWindow->GetWindow(&window), oleWindow->Release();
+  Check(graph && window, "a second control is hosted for the settings pages");
+  if (!graph || !window) return;
+  gallery::TimeTrend(graph);
+  graph->put_PropertiesModificationAllowed(1);
+  Pump(200);
+  pageShots.folder = folder;
+  SetTimer(nullptr, 0, 300, ShootNextPage);
+  PostMessageW(window, WM_COMMAND, 244, 0);
+  for (int waited = 0; waited < 50 && !pageShots.closed; ++waited) Pump(100);
+  Pump(200);
+  Check(pageShots.taken == 3, "the settings frame shows its three pages");
+  graph->Release();
+  DestroyWindow(host);
+}
+
 int Session(const std::wstring& folder) {
   WNDCLASSW frameClass{};
   frameClass.lpfnWndProc = FrameProcedure;
@@ -524,6 +597,8 @@ int Session(const std::wstring& folder) {
   point->Unadvise(cookie);
   point->Release();
   graph->Release();
+  DestroyWindow(host);
+  ShootSettingsPages(frame, folder);
   DestroyWindow(frame);
   std::printf("done\n");
   return failures ? 1 : 0;
