@@ -294,17 +294,6 @@ STDMETHODIMP CVX_Graph::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL s
   return GetExtent(aspect, size);
 }
 
-STDMETHODIMP CVX_Graph::GetClassID(CLSID* clsid) {
-  if (!clsid) return E_POINTER;
-  *clsid = CLSID_VX_Graph;
-  return S_OK;
-}
-
-STDMETHODIMP CVX_Graph::GetSizeMax(ULARGE_INTEGER* size) {
-  if (!size) return E_POINTER;
-  size->QuadPart = 0;
-  return S_OK;
-}
 
 STDMETHODIMP CVX_Graph::GetPages(CAUUID* pages) {
   if (!pages) return E_POINTER;

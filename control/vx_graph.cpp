@@ -30,6 +30,7 @@ CVX_Graph::CVX_Graph()
   VariantInit(&version_);
   V_VT(&version_) = VT_R4;
   V_R4(&version_) = 0;
+  defaults_ = CurrentSettings();
   LockModule();
 }
 
@@ -59,6 +60,7 @@ STDMETHODIMP CVX_Graph::QueryInterface(REFIID iid, void** object) {
                          {IID_IPersist, static_cast<IPersistStreamInit*>(this)},
                          {IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(this)},
                          {IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(this)},
+                         {IID_IPersistStorage, static_cast<IPersistStorage*>(this)},
                          {IID_ISpecifyPropertyPages, static_cast<ISpecifyPropertyPages*>(this)},
                          {IID_IPromptOwner, static_cast<IPromptOwner*>(this)},
                          {IID_IAxisSides, static_cast<IAxisSides*>(this)}});
@@ -136,6 +138,9 @@ STDMETHODIMP CVX_Graph::FindConnectionPoint(REFIID iid, IConnectionPoint** point
   return S_OK;
 }
 
-void CVX_Graph::PropertyChanged(DISPID id) { propertyNotify_.Changed(id); }
+void CVX_Graph::PropertyChanged(DISPID id) {
+  dirty_ = true;
+  propertyNotify_.Changed(id);
+}
 
 }  // namespace zel

@@ -4,6 +4,7 @@
 #include <ocidl.h>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "control/axis_sides.h"
@@ -13,6 +14,7 @@
 #include "control/prompt_message.h"
 #include "control/property_notify_source.h"
 #include "engine/v_graph.h"
+#include "util/saved_settings.h"
 #include "interaction/highlight.h"
 #include "interaction/mouse_tracker.h"
 #include "zelgraph_idl.h"
@@ -30,6 +32,7 @@ class CVX_Graph final : public IVX_Graph,
                         public IViewObject2,
                         public IPersistStreamInit,
                         public IPersistPropertyBag,
+                        public IPersistStorage,
                         public ISpecifyPropertyPages,
                         public IPromptOwner,
                         public IAxisSides {
@@ -111,15 +114,21 @@ class CVX_Graph final : public IVX_Graph,
   STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
   STDMETHODIMP GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) override;
 
-  // IPersistStreamInit and IPersistPropertyBag
+  // IPersistStreamInit, IPersistPropertyBag and IPersistStorage: the
+  // control's own settings (control/persistence.cpp).
   STDMETHODIMP GetClassID(CLSID* clsid) override;
-  STDMETHODIMP IsDirty() override { return S_FALSE; }
-  STDMETHODIMP Load(LPSTREAM) override { return S_OK; }
-  STDMETHODIMP Save(LPSTREAM, BOOL) override { return S_OK; }
+  STDMETHODIMP IsDirty() override;
+  STDMETHODIMP Load(LPSTREAM stream) override;
+  STDMETHODIMP Save(LPSTREAM stream, BOOL clearDirty) override;
   STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
-  STDMETHODIMP InitNew() override { return S_OK; }
-  STDMETHODIMP Load(IPropertyBag*, IErrorLog*) override { return S_OK; }
-  STDMETHODIMP Save(IPropertyBag*, BOOL, BOOL) override { return S_OK; }
+  STDMETHODIMP InitNew() override;
+  STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
+  STDMETHODIMP Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAll) override;
+  STDMETHODIMP InitNew(IStorage* storage) override;
+  STDMETHODIMP Load(IStorage* storage) override;
+  STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
+  STDMETHODIMP SaveCompleted(IStorage*) override { return S_OK; }
+  STDMETHODIMP HandsOffStorage() override { return S_OK; }
 
   // ISpecifyPropertyPages
   STDMETHODIMP GetPages(CAUUID* pages) override;
@@ -285,8 +294,15 @@ class CVX_Graph final : public IVX_Graph,
   void Apply(const Reaction& reaction);
   void Fire(const InteractionEvent& event);
   void ShowHairlineHere();
-  // Tells connected property sinks that the property `id` changed.
+  // Tells connected property sinks that the property `id` changed, and
+  // marks the settings changed since the last save.
   void PropertyChanged(DISPID id);
+  SavedSettings CurrentSettings() const;
+  // Takes settings a reader accepted; nothing in them can fail.
+  void ApplySettings(const SavedSettings& settings);
+  // Reads settings over the defaults, then takes them; a bad stream or bag
+  // changes nothing.
+  HRESULT LoadSettings(const std::function<HRESULT(SavedSettings&)>& read);
   template <typename Body>
   HRESULT Changing(DISPID id, Body&& body);
   // Runs the modal frame of `count` pages over `owner` with the control as
@@ -325,6 +341,10 @@ class CVX_Graph final : public IVX_Graph,
   LONG loadFromLegend_ = 0;
   CurveHighlight highlight_{*graph_, window_};
   CPromptMsg prompts_{ModuleInstance()};
+  // What InitNew restores: the settings of a new control.
+  SavedSettings defaults_;
+  // A setting changed since the last save that cleared the flag.
+  bool dirty_ = false;
 };
 
 }  // namespace zel

@@ -8,6 +8,7 @@
 #include "control/error_reporting.h"
 #include "control/language_libraries.h"
 #include "control/vx_graph.h"
+#include "engine/graph_keywords.h"
 #include "interaction/selection.h"
 #include "util/process_state.h"
 #include "util/text_ids.h"
@@ -90,39 +91,6 @@ bool IsNumberOrEmpty(VARTYPE type) {
     default:
       return false;
   }
-}
-
-Text MouseModeKeyword(MouseMode mode) {
-  switch (mode) {
-    case MouseMode::kSelect: return u"SELECT";
-    case MouseMode::kPan: return u"PAN";
-    case MouseMode::kZoom: return u"ZOOM";
-    default: return u"NONE";
-  }
-}
-
-// Compared case-sensitively; anything else, "NONE" among them, is NONE.
-MouseMode MouseModeFromKeyword(TextView keyword) {
-  if (keyword == u"SELECT") return MouseMode::kSelect;
-  if (keyword == u"PAN") return MouseMode::kPan;
-  if (keyword == u"ZOOM") return MouseMode::kZoom;
-  return MouseMode::kNone;
-}
-
-Text LegendPositionKeyword(LegendPosition position) {
-  switch (position) {
-    case LegendPosition::kRight: return u"RIGHT";
-    case LegendPosition::kTop: return u"TOP";
-    case LegendPosition::kLeft: return u"LEFT";
-    default: return u"BOTTOM";
-  }
-}
-
-LegendPosition LegendPositionFromKeyword(TextView keyword) {
-  if (keyword == u"RIGHT") return LegendPosition::kRight;
-  if (keyword == u"TOP") return LegendPosition::kTop;
-  if (keyword == u"LEFT") return LegendPosition::kLeft;
-  return LegendPosition::kBottom;
 }
 
 }  // namespace
@@ -305,6 +273,7 @@ STDMETHODIMP CVX_Graph::SetDTFormat(BSTR format) {
 
 STDMETHODIMP CVX_Graph::PutBarWidth(VARIANT width) {
   graph_->SetBarWidth(OptionalInt(width, graph_->barWidth()));
+  dirty_ = true;
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -378,6 +347,7 @@ STDMETHODIMP CVX_Graph::SetGridProps(LONG* color, short* words) {
   std::array<int16_t, 3> given = graph_->gridWords();
   std::copy_n(words, lateBound_ ? 1 : 3, given.begin());
   graph_->SetGridProps(*color, given);
+  dirty_ = true;
   graph_->UpdateLayoutAndRepaint();
   return S_OK;
 }
@@ -415,6 +385,7 @@ STDMETHODIMP CVX_Graph::SetReportType(int* type) {
 STDMETHODIMP CVX_Graph::enableHZ(int* show) {
   if (!show) return E_INVALIDARG;
   showHZ_ = *show;
+  dirty_ = true;
   return S_OK;
 }
 
