@@ -15,6 +15,7 @@ enum MenuItem : UINT { kGraphProperties = 244, kAxesProperties = 426, kCurveProp
 }  // namespace
 
 void CVX_Graph::OnContextMenu(LPARAM lParam) {
+  if (!userMode_) return;
   HWND window = window_.handle();
   HMENU menu = LoadMenuW(ModuleInstance(), MAKEINTRESOURCEW(kContextMenu));
   HMENU items = menu ? GetSubMenu(menu, 0) : nullptr;

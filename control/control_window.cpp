@@ -50,7 +50,12 @@ ClientRect ControlWindow::ClientRectangle() const {
   return {r.left, r.top, r.right, r.bottom};
 }
 
-void ControlWindow::Invalidate(bool erase) { InvalidateRect(window_, nullptr, erase); }
+void ControlWindow::Invalidate(bool erase) {
+  InvalidateRect(window_, nullptr, erase);
+  control_.TellViewSink();
+}
+
+void ControlWindow::PictureChanged() { control_.TellViewSink(); }
 
 void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
   SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL, 0, state.max,
@@ -112,6 +117,7 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETCURSOR:
       if (control_.OnSetCursor(lParam)) return TRUE;
       break;
+    case WM_GETDLGCODE: return control_.DialogCode(reinterpret_cast<const MSG*>(lParam));
     case WM_KEYDOWN:
       if (control_.OnKeyDown(wParam)) return 0;
       return ToParent(message, wParam, lParam);

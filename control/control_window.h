@@ -32,6 +32,7 @@ class ControlWindow : public HostWindow {
   void SetTimer(int id, int periodMs) override;
   void KillTimer(int id) override;
   std::unique_ptr<Surface> MeasuringSurface() override;
+  void PictureChanged() override;
   void ShowCursor(CursorShape shape);
 
  private:

@@ -115,12 +115,21 @@ double CVX_Graph::PrinterScale(HDC printer) {
 }
 
 void CVX_Graph::ViewChanged() {
-  if (viewSink_) viewSink_->OnViewChange(DVASPECT_CONTENT, -1);
   if (window_.Exists() && !graph_->suspendDraw()) window_.Invalidate(true);
+  else TellViewSink();
+}
+
+// A sink that asked to hear once is forgotten after the first notice.
+void CVX_Graph::TellViewSink() {
+  ComPtr<IAdviseSink> sink = viewSink_;
+  if (!sink) return;
+  if (viewFlags_ & ADVF_ONLYONCE) viewSink_ = nullptr;
+  sink->OnViewChange(DVASPECT_CONTENT, -1);
 }
 
 STDMETHODIMP CVX_Graph::SetClientSite(IOleClientSite* site) {
   clientSite_ = site;
+  ReadAmbientUserMode();
   return S_OK;
 }
 
@@ -177,6 +186,8 @@ HRESULT CVX_Graph::InPlaceActivate(LONG verb, HWND parent, LPCRECT position) {
     RECT place{}, clip{};
     OLEINPLACEFRAMEINFO frameInfo{sizeof frameInfo};
     inPlaceSite_->GetWindowContext(frame.put(), document.put(), &place, &clip, &frameInfo);
+    inPlaceFrame_ = frame;
+    inPlaceDocument_ = document;
     HWND siteWindow = nullptr;
     inPlaceSite_->GetWindow(&siteWindow);
     if (!window_.Create(siteWindow ? siteWindow : parent, position ? *position : place))
@@ -186,6 +197,11 @@ HRESULT CVX_Graph::InPlaceActivate(LONG verb, HWND parent, LPCRECT position) {
     if (!uiActive_ && inPlaceSite_) {
       uiActive_ = true;
       inPlaceSite_->OnUIActivate();
+      // The frame and document hand keys to the active object's
+      // TranslateAccelerator first.
+      auto* active = static_cast<IOleInPlaceActiveObject*>(this);
+      if (inPlaceFrame_) inPlaceFrame_->SetActiveObject(active, nullptr);
+      if (inPlaceDocument_) inPlaceDocument_->SetActiveObject(active, nullptr);
     }
     SetFocus(window_.handle());
   }
@@ -247,11 +263,17 @@ STDMETHODIMP CVX_Graph::InPlaceDeactivate() {
   window_.Destroy();
   if (inPlaceSite_) inPlaceSite_->OnInPlaceDeactivate();
   inPlaceSite_ = nullptr;
+  inPlaceFrame_ = nullptr;
+  inPlaceDocument_ = nullptr;
   return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::UIDeactivate() {
-  if (uiActive_ && inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+  if (uiActive_) {
+    if (inPlaceFrame_) inPlaceFrame_->SetActiveObject(nullptr, nullptr);
+    if (inPlaceDocument_) inPlaceDocument_->SetActiveObject(nullptr, nullptr);
+    if (inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+  }
   uiActive_ = false;
   return S_OK;
 }

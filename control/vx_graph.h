@@ -33,6 +33,7 @@ class CVX_Graph final : public IVX_Graph,
                         public IPersistStreamInit,
                         public IPersistPropertyBag,
                         public IPersistStorage,
+                        public IQuickActivate,
                         public ISpecifyPropertyPages,
                         public IPromptOwner,
                         public IAxisSides {
@@ -90,17 +91,25 @@ class CVX_Graph final : public IVX_Graph,
   STDMETHODIMP UIDeactivate() override;
   STDMETHODIMP SetObjectRects(LPCRECT position, LPCRECT clip) override;
   STDMETHODIMP ReactivateAndUndo() override { return E_NOTIMPL; }
-  STDMETHODIMP TranslateAccelerator(LPMSG) override { return S_FALSE; }
+  // Left, Right, and Esc during a drag, go to the control's window.
+  STDMETHODIMP TranslateAccelerator(LPMSG message) override;
   STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
   STDMETHODIMP OnDocWindowActivate(BOOL) override { return S_OK; }
   STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
   STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
 
-  // IOleControl
-  STDMETHODIMP GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
+  // IOleControl (control/container_protocol.cpp): no mnemonics; the
+  // ambient UserMode is read again when it changes.
+  STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
   STDMETHODIMP OnMnemonic(MSG*) override { return E_NOTIMPL; }
-  STDMETHODIMP OnAmbientPropertyChange(DISPID) override { return S_OK; }
+  STDMETHODIMP OnAmbientPropertyChange(DISPID id) override;
   STDMETHODIMP FreezeEvents(BOOL) override { return S_OK; }
+
+  // IQuickActivate: siting, sinks and ambients in one call, as VB6 and
+  // WinForms activate controls.
+  STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
+  STDMETHODIMP SetContentExtent(LPSIZEL size) override { return SetExtent(DVASPECT_CONTENT, size); }
+  STDMETHODIMP GetContentExtent(LPSIZEL size) override { return GetExtent(DVASPECT_CONTENT, size); }
 
   // IViewObject2
   STDMETHODIMP Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
@@ -242,6 +251,10 @@ class CVX_Graph final : public IVX_Graph,
   STDMETHODIMP SetListControlParent(IUnknown* parent) override;
 
   VGraph& graph() { return *graph_; }
+  // Tells the container's view sink that the picture changed.
+  void TellViewSink();
+  // WM_GETDLGCODE: the keys the control takes from a dialog's navigation.
+  LRESULT DialogCode(const MSG* message) const;
   OLE_COLOR backColor() const { return backColor_; }
   // Paints the control into a device context (the drawing pass comes here).
   void DrawInto(HDC dc, const RECT& bounds);
@@ -316,12 +329,18 @@ class CVX_Graph final : public IVX_Graph,
   MouseTracker tracker_;
   ComPtr<IOleClientSite> clientSite_;
   ComPtr<IOleInPlaceSite> inPlaceSite_;
+  ComPtr<IOleInPlaceFrame> inPlaceFrame_;
+  ComPtr<IOleInPlaceUIWindow> inPlaceDocument_;
   ComPtr<IOleAdviseHolder> adviseHolder_;
   ComPtr<IAdviseSink> viewSink_;
   DWORD viewAspects_ = 0;
   DWORD viewFlags_ = 0;
   SIZEL extent_{5080, 3810};  // 192 by 144 pixels, in HIMETRIC
   bool uiActive_ = false;
+  // The container's ambient UserMode: false in a designer, where the
+  // control is drawn but takes no mouse action.
+  bool userMode_ = true;
+  void ReadAmbientUserMode();
   EventSource events_;
   PropertyNotifySource propertyNotify_;
   OLE_COLOR backColor_ = 0x80000005;  // the system's window colour

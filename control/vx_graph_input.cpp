@@ -53,7 +53,9 @@ void CVX_Graph::Apply(const Reaction& reaction) {
   Release();
 }
 
+// In a designer (ambient UserMode false) the mouse belongs to the designer.
 void CVX_Graph::OnMouse(UINT message, LPARAM lParam) {
+  if (!userMode_) return;
   // Signed: a captured mouse may report points left of or above the window.
   Point client{int16_t(LOWORD(lParam)), int16_t(HIWORD(lParam))};
   HWND window = window_.handle();
@@ -97,7 +99,7 @@ void CVX_Graph::OnScroll(bool vertical, WPARAM wParam) {
 }
 
 bool CVX_Graph::OnSetCursor(LPARAM lParam) {
-  if (LOWORD(lParam) != HTCLIENT) return false;
+  if (LOWORD(lParam) != HTCLIENT || !userMode_) return false;
   if (tracker_.dragState() == DragState::kIdle) {
     POINT p;
     GetCursorPos(&p);

@@ -39,6 +39,10 @@ class HostWindow {
   virtual void KillTimer(int /*id*/) {}
   // A surface over the window's device context, for measuring text.
   virtual std::unique_ptr<Surface> MeasuringSurface() = 0;
+  // The graph's picture changed while no window repaint shows it (no
+  // window, or drawing suspended): containers that keep a copy of the
+  // picture are told. A repaint through Invalidate tells them itself.
+  virtual void PictureChanged() {}
 };
 
 }  // namespace zel

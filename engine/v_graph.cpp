@@ -312,7 +312,10 @@ void VGraph::SetGridProps(int32_t color, const std::array<int16_t, 3>& words) {
 }
 
 void VGraph::UpdateLayoutAndRepaint() {
-  if (!HasWindow()) return;
+  if (!HasWindow()) {
+    if (window_) window_->PictureChanged();
+    return;
+  }
   ClientRect client = window_->ClientRectangle();
   LayoutAndRepaint(client.right - client.left, client.bottom - client.top);
 }
@@ -349,6 +352,7 @@ Fractions RubberBand::Normalised() const {
 
 void VGraph::Repaint() {
   if (HasWindow() && !suspendDraw_) window_->Invalidate(true);
+  else if (window_) window_->PictureChanged();
 }
 
 }  // namespace zel
