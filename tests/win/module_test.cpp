@@ -92,6 +92,11 @@ TEST_F(ModuleTest, RegistersAndUnregistersExactlyItsKeys) {
   EXPECT_EQ(ReadValue(kClsid + L"\\MiscStatus\\1"), L"131473");
   EXPECT_EQ(ReadValue(kClsid + L"\\VersionIndependentProgID"), L"ZELGraph.VX_Graph");
   EXPECT_NE(ReadValue(kClsid + L"\\ToolboxBitmap32").find(L", 101"), std::wstring::npos);
+  HBITMAP toolbox = HBITMAP(LoadImageW(module, MAKEINTRESOURCEW(101), IMAGE_BITMAP, 0, 0, 0));
+  BITMAP picture{};
+  EXPECT_TRUE(toolbox && GetObjectW(toolbox, sizeof picture, &picture)) << "the bitmap it names";
+  EXPECT_EQ(std::pair(picture.bmWidth, picture.bmHeight), std::pair(16L, 16L));
+  if (toolbox) DeleteObject(toolbox);
   EXPECT_EQ(ReadValue(L"ZELGraph.VX_Graph\\CurVer"), L"ZELGraph.VX_Graph.1");
   ASSERT_EQ(unregisterServer(), S_OK);
   EXPECT_TRUE(Present(HKEY_CLASSES_ROOT, kRegisteredKeys).empty());
