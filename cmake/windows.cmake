@@ -36,6 +36,23 @@ add_library(ZELGraph SHARED
   resources/zelgraph.rc
   resources/ZELGraph.def)
 set_target_properties(ZELGraph PROPERTIES PREFIX "" OUTPUT_NAME ZELGraph)
+
+# The module's side-by-side manifest, beside the DLL, for registration-free
+# hosts. The ids come from the IDL in its order: the dual interface, the
+# library, the two records, the events, the class.
+file(READ ${idl} idl_text)
+string(REGEX MATCHALL "uuid\\(([0-9A-Fa-f-]+)\\)" idl_uuids "${idl_text}")
+list(TRANSFORM idl_uuids REPLACE "uuid\\(([0-9A-Fa-f-]+)\\)" "\\1")
+list(GET idl_uuids 0 IID_IVX_GRAPH)
+list(GET idl_uuids 1 LIBID)
+list(GET idl_uuids 4 DIID_EVENTS)
+list(GET idl_uuids 5 CLSID_VX_GRAPH)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64")
+  set(MANIFEST_ARCH amd64)
+else()
+  set(MANIFEST_ARCH x86)
+endif()
+configure_file(resources/ZELGraph.manifest.in ${PROJECT_BINARY_DIR}/bin/ZELGraph.manifest @ONLY)
 # The .def file names the entry points undecorated; on i686 they are
 # __stdcall and the linker maps them to their decorated names.
 target_link_options(ZELGraph PRIVATE -Wl,--enable-stdcall-fixup -s)
