@@ -182,6 +182,8 @@ run_tests() {
   run_example "$root/examples/build_and_read_graph.vbs"
   run_checks "an operator's session on a screen (Xvfb)" run_session "$build/session"
   if have_wine32; then
+    # The 32-bit module registers in the prefix's 32-bit view of the registry.
+    wine regsvr32 /s "$(winepath -w "$build/win32/bin/ZELGraph.dll")" >/dev/null 2>&1
     run_suite "Windows i686 under Wine" wine "$build/win32/bin/zelgraph_win_tests.exe"
   else
     log "Windows i686 tests not run: this machine has no 32-bit Wine"
