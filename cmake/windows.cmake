@@ -113,3 +113,9 @@ target_link_libraries(interaction_session PRIVATE zelgraph_interface ${static_ru
 add_executable(paint_bench EXCLUDE_FROM_ALL bench/win/paint_bench.cpp control/gdi_surface.cpp
   control/gdi_object_cache.cpp control/platform_win.cpp)
 target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 user32 ole32 oleaut32)
+
+# What a hosted control's frame costs against two baselines in the same run:
+# a client of the registered control, built always so that it keeps building,
+# run by `./zelgraph.sh bench`, never by the tests.
+add_executable(frame_bench bench/win/frame_bench.cpp)
+target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32)
