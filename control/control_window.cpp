@@ -53,9 +53,9 @@ ClientRect ControlWindow::ClientRectangle() const {
 void ControlWindow::Invalidate(bool erase) { InvalidateRect(window_, nullptr, erase); }
 
 // Setting a bar redraws it, which costs far more than the layout that asks,
-// so a bar is set only when what it shows changes. The state is noted first:
-// a bar that appears or goes resizes the client, and the layout that
-// resize starts comes back here.
+// so a bar is set only when what it shows changes. The state is noted before
+// the bar is set, so that a layout the call sets off (by resizing the
+// client) compares with it.
 void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
   std::optional<ScrollBarState>& told = scrollBars_[vertical];
   if (told == state) return;

@@ -24,7 +24,6 @@ class SolidBrush {
   bool owned_;
 };
 
-
 HRGN CreateRegion(const Region& region) {
   if (auto* rect = std::get_if<Rect>(&region))
     return CreateRectRgn(rect->left, rect->top, rect->right, rect->bottom);
