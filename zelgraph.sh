@@ -7,6 +7,8 @@
 #                        scripted operator's session on a virtual screen
 #   ./zelgraph.sh test   build everything and run every test suite: native, sanitized,
 #                        the Windows test program under Wine and the operator's session
+#   ./zelgraph.sh bench  build the Windows x86_64 module and time a hosted control's
+#                        frames against a bare scan and a GDI reference (minutes)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -207,13 +209,23 @@ render_gallery() {
   echo "The gallery is in $build/gallery"
 }
 
+# The hosted frame benchmark of bench/win/, in the project's Wine prefix.
+run_frame_bench() {
+  configure_and_build win64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake"
+  prepare_wine_prefix
+  register_control
+  log "timing a hosted control's frames"
+  wine "$build/win64/bin/frame_bench.exe"
+  wineserver -k 2>/dev/null || true
+}
+
 main() {
   install_missing_packages
-  build_all
   case "${1:-}" in
-    "") show_built; render_gallery ;;
-    test) run_tests ;;
-    *) echo "usage: $0 [test]" >&2; exit 2 ;;
+    "") build_all; show_built; render_gallery ;;
+    test) build_all; run_tests ;;
+    bench) run_frame_bench ;;
+    *) echo "usage: $0 [test|bench]" >&2; exit 2 ;;
   esac
 }
 

@@ -68,7 +68,7 @@ set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
 add_subdirectory(${GTEST_SOURCE_DIR} googletest EXCLUDE_FROM_ALL)
 
 file(GLOB win_test_sources CONFIGURE_DEPENDS tests/win/*.cpp)
-list(APPEND win_test_sources control/platform_win.cpp control/gdi_surface.cpp
+list(APPEND win_test_sources control/platform_win.cpp control/gdi_surface.cpp control/gdi_object_cache.cpp
   control/hooked_message_boxes.cpp control/localized_windows.cpp control/prompt_message.cpp)
 add_executable(zelgraph_win_tests ${win_test_sources})
 target_link_libraries(zelgraph_win_tests PRIVATE zelgraph_core zelgraph_interface gtest gtest_main
@@ -127,5 +127,12 @@ target_link_libraries(interaction_session PRIVATE zelgraph_interface ${static_ru
 
 # A timing program for painting dense curves through GDI; built on request,
 # not run by the tests.
-add_executable(paint_bench EXCLUDE_FROM_ALL bench/win/paint_bench.cpp control/gdi_surface.cpp control/platform_win.cpp)
+add_executable(paint_bench EXCLUDE_FROM_ALL bench/win/paint_bench.cpp control/gdi_surface.cpp
+  control/gdi_object_cache.cpp control/platform_win.cpp)
 target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 user32 ole32 oleaut32)
+
+# What a hosted control's frame costs against two baselines in the same run:
+# a client of the registered control, built always so that it keeps building,
+# run by `./zelgraph.sh bench`, never by the tests.
+add_executable(frame_bench bench/win/frame_bench.cpp)
+target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32)

@@ -57,7 +57,14 @@ void ControlWindow::Invalidate(bool erase) {
 
 void ControlWindow::PictureChanged() { control_.TellViewSink(); }
 
+// Setting a bar redraws it, which costs far more than the layout that asks,
+// so a bar is set only when what it shows changes. The state is noted before
+// the bar is set, so that a layout the call sets off (by resizing the
+// client) compares with it.
 void ControlWindow::SetScrollBar(bool vertical, const ScrollBarState& state) {
+  std::optional<ScrollBarState>& told = scrollBars_[vertical];
+  if (told == state) return;
+  told = state;
   SCROLLINFO info{sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL, 0, state.max,
                   UINT(state.page), state.position, 0};
   SetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info, TRUE);
@@ -68,7 +75,10 @@ void ControlWindow::InvalidateArea(const Rect& area, bool erase) {
   InvalidateRect(window_, &r, erase);
 }
 
+// The system may move the thumb elsewhere than asked (within the range), so
+// the bar's state is no longer known.
 void ControlWindow::SetScrollPosition(bool vertical, int position) {
+  scrollBars_[vertical].reset();
   SetScrollPos(window_, vertical ? SB_VERT : SB_HORZ, position, TRUE);
 }
 
@@ -87,7 +97,7 @@ void ControlWindow::KillTimer(int id) { ::KillTimer(window_, UINT_PTR(id)); }
 
 std::unique_ptr<Surface> ControlWindow::MeasuringSurface() {
   HDC dc = Exists() ? GetDC(window_) : nullptr;
-  return dc ? std::make_unique<GdiSurface>(dc, window_) : nullptr;
+  return dc ? std::make_unique<GdiSurface>(dc, window_, &drawingObjects_) : nullptr;
 }
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -111,7 +121,7 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_HSCROLL:
     case WM_VSCROLL: control_.OnScroll(message == WM_VSCROLL, wParam); return 0;
     case WM_CREATE: return OnCreate();
-    case WM_DESTROY: DestroyCursors(); return 0;
+    case WM_DESTROY: return OnDestroy();
     case WM_ERASEBKGND: return OnEraseBackground();
     case WM_CONTEXTMENU: control_.OnContextMenu(lParam); return 0;
     case WM_SETCURSOR:
@@ -141,11 +151,19 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // resize. The recalculation resizes the client, so the graph is laid out
 // again for what the bars leave.
 LRESULT ControlWindow::OnCreate() {
+  scrollBars_ = {};
   LoadCursors();
   LONG_PTR style = GetWindowLongPtrW(window_, GWL_STYLE);
   SetWindowLongPtrW(window_, GWL_STYLE, style | WS_HSCROLL | WS_VSCROLL);
   SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return 0;
+}
+
+LRESULT ControlWindow::OnDestroy() {
+  DestroyCursors();
+  backBuffer_.Release();
+  drawingObjects_.Release();
   return 0;
 }
 
@@ -177,6 +195,7 @@ void ControlWindow::ShowCursor(CursorShape shape) {
 
 // The size is the one the message reports, not what GetClientRect says.
 LRESULT ControlWindow::OnSize(LPARAM lParam) {
+  backBuffer_.ShrinkTo(int64_t(LOWORD(lParam)) * HIWORD(lParam));
   control_.graph().LayoutAndRepaint(LOWORD(lParam), HIWORD(lParam));
   return 0;
 }

@@ -1,9 +1,15 @@
 #pragma once
 // The control's child window: the engine's HostWindow over an HWND, and the
-// window procedure that hands messages to the control.
+// window procedure that hands messages to the control. It keeps what frames
+// on the display share (the back buffer and the drawing objects) while it
+// exists, and tells the system only what changed about its scroll bars.
 #include <windows.h>
 
 #include <array>
+#include <optional>
+
+#include "control/back_buffer.h"
+#include "control/gdi_object_cache.h"
 
 #include "engine/host_window.h"
 #include "interaction/interaction_events.h"
@@ -34,6 +40,9 @@ class ControlWindow : public HostWindow {
   std::unique_ptr<Surface> MeasuringSurface() override;
   void PictureChanged() override;
   void ShowCursor(CursorShape shape);
+  // For frames drawn on the display while the window exists.
+  BackBuffer& backBuffer() { return backBuffer_; }
+  GdiObjectCache& drawingObjects() { return drawingObjects_; }
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -42,6 +51,7 @@ class ControlWindow : public HostWindow {
   LRESULT OnSize(LPARAM lParam);
   LRESULT OnPaint();
   LRESULT OnEraseBackground();
+  LRESULT OnDestroy();
   LRESULT ToParent(UINT message, WPARAM wParam, LPARAM lParam);
   void LoadCursors();
   void DestroyCursors();
@@ -50,6 +60,10 @@ class ControlWindow : public HostWindow {
   HWND window_ = nullptr;
   // Arrow, hand, grab, west-east and north-south, by CursorShape.
   std::array<HCURSOR, 5> cursors_{};
+  BackBuffer backBuffer_;
+  GdiObjectCache drawingObjects_;
+  // What each bar (horizontal, vertical) was last told; empty when unknown.
+  std::array<std::optional<ScrollBarState>, 2> scrollBars_;
 };
 
 }  // namespace zel

@@ -7,15 +7,21 @@ namespace {
 
 const wchar_t* Wide(TextView text) { return reinterpret_cast<const wchar_t*>(text.data()); }
 
-// Brushes for one fill, deleted after it.
+// The brush of one fill: the cache's, or one made for it and deleted after.
 class SolidBrush {
  public:
-  explicit SolidBrush(Color color) : brush_(CreateSolidBrush(color)) {}
-  ~SolidBrush() { DeleteObject(brush_); }
+  SolidBrush(Color color, GdiObjectCache* cache)
+      : brush_(cache ? cache->BrushFor(color) : CreateSolidBrush(color)), owned_(!cache) {}
+  ~SolidBrush() {
+    if (owned_) DeleteObject(brush_);
+  }
+  SolidBrush(const SolidBrush&) = delete;
+  SolidBrush& operator=(const SolidBrush&) = delete;
   operator HBRUSH() const { return brush_; }
 
  private:
   HBRUSH brush_;
+  bool owned_;
 };
 
 HRGN CreateRegion(const Region& region) {
@@ -33,20 +39,24 @@ static_assert(sizeof(Point) == sizeof(POINT));
 
 }  // namespace
 
-GdiSurface::GdiSurface(HDC dc, HWND owner) : dc_(dc), owner_(owner), savedState_(SaveDC(dc)) {}
+GdiSurface::GdiSurface(HDC dc, HWND owner, GdiObjectCache* cache)
+    : dc_(dc), owner_(owner), cache_(cache), savedState_(SaveDC(dc)) {
+  if (cache_) cache_->Hold();
+}
 
 // The viewport moves the drawing's logical coordinates; clip regions are in
 // the context's own pixels and move by hand.
-GdiSurface::GdiSurface(HDC dc, Point origin) : GdiSurface(dc) {
+GdiSurface::GdiSurface(HDC dc, Point origin, GdiObjectCache* cache) : GdiSurface(dc, nullptr, cache) {
   origin_ = origin;
   SetViewportOrgEx(dc_, -origin.x, -origin.y, nullptr);
 }
 
 GdiSurface::~GdiSurface() {
   // Back to the state the context came in, which selects its own objects
-  // again, so that the ones made here can go.
+  // again, so that the ones made or borrowed here can go.
   RestoreDC(dc_, savedState_);
   for (HGDIOBJ object : owned_) DeleteObject(object);
+  if (cache_) cache_->LetGo();
   if (owner_) ReleaseDC(owner_, dc_);
 }
 
@@ -56,8 +66,18 @@ void GdiSurface::SelectOwned(HGDIOBJ object) {
   SelectObject(dc_, object);
 }
 
-void GdiSurface::Save() { SaveDC(dc_); }
-void GdiSurface::Restore() { RestoreDC(dc_, -1); }
+void GdiSurface::Save() {
+  SaveDC(dc_);
+  savedFonts_.push_back(font_);
+}
+
+void GdiSurface::Restore() {
+  RestoreDC(dc_, -1);
+  if (savedFonts_.empty()) return;
+  font_ = savedFonts_.back();
+  savedFonts_.pop_back();
+}
+
 void GdiSurface::SetWindowOrigin(Point origin) { SetWindowOrgEx(dc_, origin.x, origin.y, nullptr); }
 
 void GdiSurface::ClipTo(const Rect& r) {
@@ -78,17 +98,19 @@ bool GdiSurface::IsVisible(const Rect& r) {
 }
 
 void GdiSurface::SelectPen(const Pen& pen) {
-  if (pen.geometric) {
-    LOGBRUSH brush{BS_SOLID, pen.color, 0};
-    SelectOwned(ExtCreatePen(PS_GEOMETRIC | DWORD(pen.style), DWORD(pen.width), &brush, 0, nullptr));
-  } else {
-    SelectOwned(CreatePen(pen.style, pen.width, pen.color));
-  }
+  if (!cache_) return SelectOwned(CreatePenFor(pen));
+  if (HPEN handle = cache_->PenFor(pen)) SelectObject(dc_, handle);
 }
 
 void GdiSurface::SelectFont(const LogFont& font) {
-  LOGFONTW logFont = ToLogFontW(font);
-  SelectOwned(CreateFontIndirectW(&logFont));
+  if (!cache_) {
+    LOGFONTW logFont = ToLogFontW(font);
+    return SelectOwned(CreateFontIndirectW(&logFont));
+  }
+  HFONT handle = cache_->FontFor(font);
+  if (!handle) return;
+  SelectObject(dc_, handle);
+  font_ = font;
 }
 
 void GdiSurface::SetTextColor(Color color) { ::SetTextColor(dc_, color); }
@@ -108,25 +130,25 @@ void GdiSurface::Polyline(std::span<const Point> points) {
 
 void GdiSurface::FillRect(const Rect& r, Color color) {
   RECT rect{r.left, r.top, r.right, r.bottom};
-  ::FillRect(dc_, &rect, SolidBrush(color));
+  ::FillRect(dc_, &rect, SolidBrush(color, cache_));
 }
 
 void GdiSurface::FillRegion(const Region& region, Color color) {
   HRGN handle = CreateRegion(region);
   if (!handle) return;
-  FillRgn(dc_, handle, SolidBrush(color));
+  FillRgn(dc_, handle, SolidBrush(color, cache_));
   DeleteObject(handle);
 }
 
 void GdiSurface::Rectangle(const Rect& r, Color fill) {
-  SolidBrush brush(fill);
+  SolidBrush brush(fill, cache_);
   HGDIOBJ old = SelectObject(dc_, brush);
   ::Rectangle(dc_, r.left, r.top, r.right, r.bottom);
   SelectObject(dc_, old);
 }
 
 void GdiSurface::Pie(const Rect& box, Point first, Point second, Color fill) {
-  SolidBrush brush(fill);
+  SolidBrush brush(fill, cache_);
   HGDIOBJ old = SelectObject(dc_, brush);
   ::Pie(dc_, box.left, box.top, box.right, box.bottom, first.x, first.y, second.x, second.y);
   SelectObject(dc_, old);
@@ -137,9 +159,12 @@ void GdiSurface::WriteText(Point at, TextView text) {
 }
 
 Size GdiSurface::TextExtent(TextView text) {
-  SIZE size{};
-  GetTextExtentPoint32W(dc_, Wide(text), int(text.size()), &size);
-  return {size.cx, size.cy};
+  auto measure = [&] {
+    SIZE size{};
+    GetTextExtentPoint32W(dc_, Wide(text), int(text.size()), &size);
+    return Size{size.cx, size.cy};
+  };
+  return cache_ && font_ ? cache_->Extent(*font_, text, measure) : measure();
 }
 
 Color GdiSurface::PixelAt(Point p) { return GetPixel(dc_, p.x, p.y); }

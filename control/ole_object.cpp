@@ -17,15 +17,11 @@ namespace {
 
 constexpr DWORD kMiscStatus = 131473;
 constexpr COLORREF kWhite = 0xFFFFFF;
-// The off-screen bitmap's bounds: wider than any screen, and with at most
-// 2^26 pixels (256 MB at 32 bits a pixel); a larger area is drawn in its
-// top rows only.
-constexpr LONG kMaxSurfaceSide = 32767;
-constexpr LONG kMaxSurfacePixels = 1 << 26;
 
 // What of the target's `drawn` rectangle the off-screen bitmap needs to
 // hold: the part inside the nominal surface of width by height pixels
-// that the target can show (its clip box), within the bounds above.
+// that the target can show (its clip box), within the back buffer's bounds;
+// a larger area is drawn in its top rows only.
 RECT SurfaceArea(HDC target, const RECT& drawn, int width, int height) {
   RECT nominal{0, 0, width, height}, area{}, shown{};
   IntersectRect(&area, &drawn, &nominal);
@@ -35,9 +31,9 @@ RECT SurfaceArea(HDC target, const RECT& drawn, int width, int height) {
     case COMPLEXREGION: IntersectRect(&area, &area, &shown); break;
     default: break;
   }
-  area.right = LONG(std::min<int64_t>(area.right, int64_t(area.left) + kMaxSurfaceSide));
+  area.right = LONG(std::min<int64_t>(area.right, int64_t(area.left) + BackBuffer::kMaxSide));
   if (LONG across = area.right - area.left; across > 0)
-    area.bottom = LONG(std::min<int64_t>(area.bottom, int64_t(area.top) + kMaxSurfacePixels / across));
+    area.bottom = LONG(std::min<int64_t>(area.bottom, int64_t(area.top) + BackBuffer::kMaxPixels / across));
   return area;
 }
 
@@ -77,31 +73,35 @@ void CVX_Graph::DrawInto(HDC target, const RECT& given) {
     height = GetDeviceCaps(target, VERTRES);
   }
   RECT area = SurfaceArea(target, drawRect_, width, height);
-  int across = area.right - area.left, down = area.bottom - area.top;
-  HDC memory = across > 0 && down > 0 ? CreateCompatibleDC(target) : nullptr;
-  HBITMAP bitmap = memory ? CreateCompatibleBitmap(target, across, down) : nullptr;
-  if (bitmap) {
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    COLORREF background = TranslateColor(backColor_).value_or(kWhite);
-    SetBkColor(memory, background);
-    {
-      GdiSurface surface(memory, Point{area.left, area.top});
-      Rect local{bounds.left, bounds.top, bounds.right, bounds.bottom};
-      Rect update{drawRect_.left, drawRect_.top, drawRect_.right, drawRect_.bottom};
-      // Without a window there is no drawing pass; the background still shows.
-      surface.FillRect({area.left, area.top, area.right, area.bottom}, background);
-      graph_->Draw(surface, local, update);
-    }
-    BitBlt(target, area.left, area.top, across, down, memory, 0, 0, SRCCOPY);
-    SelectObject(memory, old);
-    DeleteObject(bitmap);
-  }
-  if (memory) DeleteDC(memory);
+  DrawOffScreen(target, area, bounds, technology == DT_RASDISPLAY);
   if (printing) {
     graph_->SetPrinting(wasPrinting, wasScale);
     graph_->Recalculate(screen.right - screen.left + 1, screen.bottom - screen.top + 1);
   }
   SetRect(&drawRect_, 0, 0, 0, 0);
+}
+
+// Frames on the display reuse the window's back buffer and drawing objects;
+// others (printers, metafiles, or no window) make their own and drop them.
+void CVX_Graph::DrawOffScreen(HDC target, const RECT& area, const RECT& bounds, bool display) {
+  bool shared = display && window_.Exists();
+  BackBuffer ownBuffer;
+  BackBuffer& buffer = shared ? window_.backBuffer() : ownBuffer;
+  int across = area.right - area.left, down = area.bottom - area.top;
+  HDC memory = buffer.Begin(target, across, down);
+  if (!memory) return;
+  COLORREF background = TranslateColor(backColor_).value_or(kWhite);
+  SetBkColor(memory, background);
+  {
+    GdiSurface surface(memory, Point{area.left, area.top}, shared ? &window_.drawingObjects() : nullptr);
+    Rect local{bounds.left, bounds.top, bounds.right, bounds.bottom};
+    Rect update{drawRect_.left, drawRect_.top, drawRect_.right, drawRect_.bottom};
+    // Without a window there is no drawing pass; the background still shows.
+    surface.FillRect({area.left, area.top, area.right, area.bottom}, background);
+    graph_->Draw(surface, local, update);
+  }
+  BitBlt(target, area.left, area.top, across, down, memory, 0, 0, SRCCOPY);
+  buffer.End();
 }
 
 // A printer draws every pixel constant and font larger by its resolution

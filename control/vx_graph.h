@@ -301,6 +301,9 @@ class CVX_Graph final : public IVX_Graph,
   static bool TakesOneVariableLateBound(DISPID id);
 
   HRESULT InPlaceActivate(LONG verb, HWND parent, LPCRECT position);
+  // Draws `area` of the picture (device pixels) off screen and copies it to
+  // the target; `display` when the target is a raster display.
+  void DrawOffScreen(HDC target, const RECT& area, const RECT& bounds, bool display);
   // Tells the container's view sink that the picture changed, and repaints.
   void ViewChanged();
   // Shows what the interaction core asks for and fires its events in order.

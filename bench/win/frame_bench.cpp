@@ -1,0 +1,312 @@
+// What a frame of a live trend costs a host: the registered control in ATL's
+// container, its values handed over late-bound through IDispatch as a
+// trend host does, each frame drawn with IViewObject::Draw into a 1280 by
+// 720 DIB. One random-walk curve on a TIME axis of 10^5, 10^6 and 10^7
+// points. Two baselines run in the same process on the same points: a bare
+// scan that finds each pixel column's lowest and highest point, and a GDI
+// reference that reduces each column to its first, lowest, highest and last
+// point and draws them as one Polyline. Read the figures as ratios.
+//
+// Run with: ./zelgraph.sh bench
+#include <windows.h>
+#include <ocidl.h>
+#include <oleauto.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <random>
+#include <vector>
+
+#include "zelgraph_idl.h"
+
+namespace {
+
+constexpr int kWidth = 1280, kHeight = 720;
+constexpr size_t kAppended = 1000;
+constexpr double kFirstDay = 46000.0;  // an automation date in 2025
+constexpr double kSecond = 1.0 / 86400;
+
+double Now() {
+  LARGE_INTEGER count, frequency;
+  QueryPerformanceCounter(&count);
+  QueryPerformanceFrequency(&frequency);
+  return double(count.QuadPart) / double(frequency.QuadPart);
+}
+
+// The best of `runs` timings of `work`, in milliseconds.
+double BestOf(int runs, const std::function<void()>& work) {
+  double best = 1e300;
+  for (int k = 0; k < runs; ++k) {
+    double start = Now();
+    work();
+    best = std::min(best, (Now() - start) * 1000);
+  }
+  return best;
+}
+
+// A 32-bit DIB in a memory device context, the host's frame buffer.
+class Dib {
+ public:
+  Dib() {
+    HDC screen = GetDC(nullptr);
+    dc_ = CreateCompatibleDC(screen);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, BI_RGB};
+    void* bits = nullptr;
+    bitmap_ = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    ReleaseDC(nullptr, screen);
+    old_ = SelectObject(dc_, bitmap_);
+  }
+  ~Dib() {
+    SelectObject(dc_, old_);
+    DeleteObject(bitmap_);
+    DeleteDC(dc_);
+  }
+  HDC dc() const { return dc_; }
+
+ private:
+  HDC dc_;
+  HBITMAP bitmap_;
+  HGDIOBJ old_;
+};
+
+// An owned VARIANT holding a typed one-dimensional array.
+struct ArrayVariant {
+  VARIANT v;
+  template <typename T>
+  ArrayVariant(VARTYPE type, const T* items, size_t count) {
+    VariantInit(&v);
+    V_VT(&v) = VARTYPE(VT_ARRAY | type);
+    V_ARRAY(&v) = SafeArrayCreateVector(type, 0, ULONG(count));
+    void* data = nullptr;
+    SafeArrayAccessData(V_ARRAY(&v), &data);
+    if (count) memcpy(data, items, count * sizeof(T));
+    SafeArrayUnaccessData(V_ARRAY(&v));
+  }
+  ~ArrayVariant() { VariantClear(&v); }
+};
+
+VARIANT Long(LONG value) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = VT_I4, V_I4(&v) = value;
+  return v;
+}
+
+VARIANT Text(const wchar_t* text) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = VT_BSTR, V_BSTR(&v) = SysAllocString(text);
+  return v;
+}
+
+// The control in ATL's container in a top window of the frame's size.
+class HostedGraph {
+ public:
+  HostedGraph() {
+    frame_ = CreateWindowExW(0, L"STATIC", L"bench", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr,
+                             nullptr, nullptr, nullptr);
+    host_ = CreateWindowExW(0, L"AtlAxWin", L"ZELGraph.VX_Graph", WS_CHILD | WS_VISIBLE, 0, 0, kWidth, kHeight,
+                            frame_, nullptr, nullptr, nullptr);
+    auto getControl = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"atl.dll"), "AtlAxGetControl")));
+    IUnknown* unknown = nullptr;
+    if (host_ && getControl && getControl(host_, &unknown) == S_OK) {
+      unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch_));
+      unknown->QueryInterface(IID_IViewObject, reinterpret_cast<void**>(&view_));
+      unknown->Release();
+    }
+  }
+  ~HostedGraph() {
+    if (view_) view_->Release();
+    if (dispatch_) dispatch_->Release();
+    DestroyWindow(frame_);
+  }
+  bool ready() const { return dispatch_ && view_; }
+
+  // A late-bound call by name; `arguments` in the order of the signature.
+  HRESULT Call(const wchar_t* name, std::vector<VARIANT> arguments, WORD flags = DISPATCH_METHOD) {
+    DISPID id = 0;
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    if (FAILED(dispatch_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return DISP_E_UNKNOWNNAME;
+    std::reverse(arguments.begin(), arguments.end());
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{arguments.data(), flags == DISPATCH_PROPERTYPUT ? &put : nullptr, UINT(arguments.size()),
+                          flags == DISPATCH_PROPERTYPUT ? 1u : 0u};
+    VARIANT result;
+    VariantInit(&result);
+    HRESULT hr = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &result, nullptr, nullptr);
+    VariantClear(&result);
+    return hr;
+  }
+
+  // A TIME X axis, a REAL Y axis and one PLOT curve on them, all id 1.
+  void AddTrend() {
+    VARIANT empty;
+    VariantInit(&empty);
+    Call(L"AddXAxis", {Long(1), Text(L"TIME"), empty, Long(0)});
+    Call(L"AddYAxis", {Long(1), Text(L"REAL"), empty, Long(0)});
+    Call(L"AddDataset", {Long(1), Text(L"PLOT"), Long(1), Long(1), empty});
+  }
+
+  // Hands over points [first, first + count) of the curve, replacing or
+  // appending.
+  void SetValues(const std::vector<double>& xs, const std::vector<float>& ys, size_t first, size_t count,
+                 bool append) {
+    std::vector<LONG> status(count, 0);
+    ArrayVariant x(VT_DATE, xs.data() + first, count), y(VT_R4, ys.data() + first, count),
+        s(VT_I4, status.data(), count);
+    VARIANT a = Long(append ? 1 : 0);
+    Call(L"SetDatasetValues", {Long(1), x.v, y.v, s.v, a});
+  }
+
+  // Zooms to the x fractions [left, right] and the whole y range.
+  void Zoom(float left, float right) {
+    std::vector<float> fractions{left, right, 0.0f, 1.0f};
+    ArrayVariant zoom(VT_R4, fractions.data(), fractions.size());
+    Call(L"ZoomRect", {zoom.v}, DISPATCH_PROPERTYPUT);
+  }
+
+  void Frame(const Dib& dib) {
+    RECTL bounds{0, 0, kWidth, kHeight};
+    view_->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dib.dc(), &bounds, nullptr, nullptr, 0);
+    GdiFlush();
+  }
+
+ private:
+  HWND frame_ = nullptr, host_ = nullptr;
+  IDispatch* dispatch_ = nullptr;
+  IViewObject* view_ = nullptr;
+};
+
+// A random walk of `n` points one second apart, with room for appending.
+struct Walk {
+  std::vector<double> xs;
+  std::vector<float> ys;
+  explicit Walk(size_t n) : xs(n + 32 * kAppended), ys(n + 32 * kAppended) {
+    std::mt19937 random(1);
+    std::normal_distribution<float> step(0, 1);
+    float level = 50;
+    for (size_t i = 0; i < xs.size(); ++i) {
+      xs[i] = kFirstDay + double(i) * kSecond;
+      level = std::clamp(level + step(random), 0.0f, 100.0f);
+      ys[i] = level;
+    }
+  }
+};
+
+// Which of `kWidth` columns across [x0, x1] a point falls in.
+struct Columns {
+  double x0, scale;
+  Columns(double first, double last) : x0(first), scale(kWidth / std::max(last - first, 1e-12)) {}
+  int operator()(double x) const { return std::clamp(int((x - x0) * scale), 0, kWidth - 1); }
+};
+
+// The bare baseline: each column's lowest and highest point.
+float Scan(const double* xs, const float* ys, size_t n) {
+  std::vector<float> low(kWidth, 1e30f), high(kWidth, -1e30f);
+  Columns column(xs[0], xs[n - 1]);
+  for (size_t i = 0; i < n; ++i) {
+    int c = column(xs[i]);
+    low[size_t(c)] = std::min(low[size_t(c)], ys[i]);
+    high[size_t(c)] = std::max(high[size_t(c)], ys[i]);
+  }
+  return low[0] + high[kWidth - 1];
+}
+
+// The GDI reference: each column's first, lowest, highest and last point,
+// in that order, drawn as one Polyline over a cleared frame.
+void ReferenceFrame(const Dib& dib, const double* xs, const float* ys, size_t n) {
+  Columns column(xs[0], xs[n - 1]);
+  auto row = [](float y) { return LONG(std::lround((100.0f - y) * (kHeight - 1) / 100.0f)); };
+  std::vector<POINT> line;
+  line.reserve(4 * kWidth);
+  size_t i = 0;
+  while (i < n) {
+    int c = column(xs[i]);
+    size_t first = i, low = i, high = i;
+    for (; i < n && column(xs[i]) == c; ++i) {
+      if (ys[i] < ys[low]) low = i;
+      if (ys[i] > ys[high]) high = i;
+    }
+    size_t last = i - 1;
+    size_t middle[2] = {std::min(low, high), std::max(low, high)};
+    for (size_t k : {first, middle[0], middle[1], last}) line.push_back({c, row(ys[k])});
+  }
+  PatBlt(dib.dc(), 0, 0, kWidth, kHeight, WHITENESS);
+  HGDIOBJ old = SelectObject(dib.dc(), GetStockObject(BLACK_PEN));
+  Polyline(dib.dc(), line.data(), int(line.size()));
+  SelectObject(dib.dc(), old);
+  GdiFlush();
+}
+
+void MeasureRow(size_t n, const Dib& dib) {
+  HostedGraph graph;
+  if (!graph.ready()) return;
+  graph.AddTrend();
+  Walk walk(n);
+  graph.SetValues(walk.xs, walk.ys, 0, n, false);
+  int runs = n >= 10000000 ? 3 : 5;
+  volatile float sink = 0;
+  double scan = BestOf(runs, [&] { sink = sink + Scan(walk.xs.data(), walk.ys.data(), n); });
+  double reference = BestOf(runs, [&] { ReferenceFrame(dib, walk.xs.data(), walk.ys.data(), n); });
+  graph.Frame(dib);
+  double frame = BestOf(runs, [&] { graph.Frame(dib); });
+  graph.Zoom(0.5f, 0.51f);
+  double zoomed = BestOf(runs, [&] { graph.Frame(dib); });
+  graph.Zoom(0.0f, 1.0f);
+  size_t held = n;
+  double append = BestOf(runs, [&] {
+    graph.SetValues(walk.xs, walk.ys, held, kAppended, true);
+    held += kAppended;
+    graph.Frame(dib);
+  });
+  std::printf("%9zu %9.2f %9.2f %9.2f %9.2f %9.2f | %8.1f %8.1f %8.1f %8.1f\n", n, scan, reference, frame, zoomed,
+              append, frame / reference, frame / scan, zoomed / scan, append / scan);
+}
+
+// A structural change of a live trend: its 1000 points replaced, which lays
+// the graph out again; with the scroll bars off (the default) or on.
+double Relayout(bool scrollBars) {
+  HostedGraph trend;
+  trend.AddTrend();
+  if (scrollBars) {
+    trend.Call(L"HorizontalScrollbarEnabled", {Long(1)}, DISPATCH_PROPERTYPUT);
+    trend.Call(L"VerticalScrollbarEnabled", {Long(1)}, DISPATCH_PROPERTYPUT);
+  }
+  Walk walk(kAppended);
+  trend.SetValues(walk.xs, walk.ys, 0, kAppended, false);
+  return BestOf(20, [&] { trend.SetValues(walk.xs, walk.ys, 0, kAppended, false); });
+}
+
+void MeasureFixedCosts(const Dib& dib) {
+  HostedGraph empty;
+  if (!empty.ready()) return;
+  empty.Frame(dib);
+  double emptyFrame = BestOf(20, [&] { empty.Frame(dib); });
+  std::printf("\nempty graph, one frame:                          %8.3f ms\n", emptyFrame);
+  std::printf("SetDatasetValues of %zu points, scroll bars off: %8.3f ms\n", kAppended, Relayout(false));
+  std::printf("SetDatasetValues of %zu points, scroll bars on:  %8.3f ms\n", kAppended, Relayout(true));
+}
+
+}  // namespace
+
+int main() {
+  OleInitialize(nullptr);
+  auto init = reinterpret_cast<BOOL(WINAPI*)()>(
+      reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl.dll"), "AtlAxWinInit")));
+  if (!init || !init() || !HostedGraph().ready()) {
+    std::fprintf(stderr, "the control is not registered or ATL's container is missing\n");
+    return 1;
+  }
+  Dib dib;
+  std::printf("milliseconds, best of several runs; a frame is 1280 x 720\n");
+  std::printf("%9s %9s %9s %9s %9s %9s | %8s %8s %8s %8s\n", "points", "scan", "GDI ref", "frame", "zoom 1%",
+              "append", "fr/ref", "fr/scan", "zm/scan", "ap/scan");
+  for (size_t n : {size_t(100000), size_t(1000000), size_t(10000000)}) MeasureRow(n, dib);
+  MeasureFixedCosts(dib);
+  OleUninitialize();
+  return 0;
+}
