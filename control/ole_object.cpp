@@ -22,8 +22,8 @@ constexpr COLORREF kWhite = 0xFFFFFF;
 // hold: the part inside the nominal surface of width by height pixels
 // that the target can show (its clip box), within the back buffer's bounds;
 // a larger area is drawn in its top rows only.
-RECT SurfaceArea(HDC target, const RECT& drawn, int width, int height) {
-  RECT nominal{0, 0, width, height}, area{}, shown{};
+RECT SurfaceArea(HDC target, const RECT& drawn, const RECT& nominal) {
+  RECT area{}, shown{};
   IntersectRect(&area, &drawn, &nominal);
   switch (GetClipBox(target, &shown)) {
     case NULLREGION: return RECT{};
@@ -37,13 +37,23 @@ RECT SurfaceArea(HDC target, const RECT& drawn, int width, int height) {
   return area;
 }
 
+bool IsMetafile(HDC target) {
+  DWORD kind = GetObjectType(target);
+  return kind == OBJ_ENHMETADC || kind == OBJ_METADC;
+}
+
 }  // namespace
 
 // Draws the graph for a container, a paint message or a printer: into an
 // off-screen bitmap first, then onto the target in one piece. The bitmap
 // holds only the part of the draw rectangle the target shows; the pass
 // draws at the same device positions as into a bitmap of the whole.
+// Targets other than the live window are drawn detached.
 void CVX_Graph::DrawInto(HDC target, const RECT& given) {
+  if (!window_.Exists() || IsMetafile(target)) {
+    DrawDetached(target, given);
+    return;
+  }
   RECT bounds = given;
   RECT screen = given;
   HWND window = window_.handle();
@@ -72,7 +82,7 @@ void CVX_Graph::DrawInto(HDC target, const RECT& given) {
     width = GetDeviceCaps(target, HORZRES);
     height = GetDeviceCaps(target, VERTRES);
   }
-  RECT area = SurfaceArea(target, drawRect_, width, height);
+  RECT area = SurfaceArea(target, drawRect_, RECT{0, 0, width, height});
   DrawOffScreen(target, area, bounds, technology == DT_RASDISPLAY);
   if (printing) {
     graph_->SetPrinting(wasPrinting, wasScale);
@@ -102,6 +112,44 @@ void CVX_Graph::DrawOffScreen(HDC target, const RECT& area, const RECT& bounds, 
   }
   BitBlt(target, area.left, area.top, across, down, memory, 0, 0, SRCCOPY);
   buffer.End();
+}
+
+// The graph laid out for `bounds` and drawn there, for a target that is not
+// the live window: a metafile records the drawing calls themselves (a
+// picture that scales); anything else gets the part of the bounds it shows
+// through an off-screen bitmap. A printer scales as when printing.
+void CVX_Graph::DrawDetached(HDC target, const RECT& bounds) {
+  int64_t width = int64_t(bounds.right) - bounds.left, height = int64_t(bounds.bottom) - bounds.top;
+  if (width < 1 || height < 1 || width > BackBuffer::kMaxSide || height > BackBuffer::kMaxSide) return;
+  bool printing = GetDeviceCaps(target, TECHNOLOGY) == DT_RASPRINTER;
+  bool wasPrinting = graph_->printing();
+  double wasScale = graph_->printScale();
+  if (printing) graph_->SetPrinting(true, PrinterScale(target));
+  COLORREF background = TranslateColor(backColor_).value_or(kWhite);
+  Rect place{bounds.left, bounds.top, bounds.right, bounds.bottom};
+  if (IsMetafile(target)) {
+    int saved = SaveDC(target);
+    SetBkColor(target, background);
+    {
+      GdiSurface surface(target);
+      graph_->DrawDetached(surface, place);
+    }
+    RestoreDC(target, saved);
+  } else {
+    RECT area = SurfaceArea(target, bounds, bounds);
+    int across = area.right - area.left, down = area.bottom - area.top;
+    BackBuffer buffer;
+    if (HDC memory = across > 0 && down > 0 ? buffer.Begin(target, across, down) : nullptr) {
+      SetBkColor(memory, background);
+      {
+        GdiSurface surface(memory, Point{area.left, area.top});
+        graph_->DrawDetached(surface, place);
+      }
+      BitBlt(target, area.left, area.top, across, down, memory, 0, 0, SRCCOPY);
+      buffer.End();
+    }
+  }
+  if (printing) graph_->SetPrinting(wasPrinting, wasScale);
 }
 
 // A printer draws every pixel constant and font larger by its resolution
@@ -152,8 +200,10 @@ STDMETHODIMP CVX_Graph::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
 }
 
 STDMETHODIMP CVX_Graph::GetClipboardData(DWORD, IDataObject** data) {
-  if (data) *data = nullptr;
-  return E_NOTIMPL;
+  if (!data) return E_POINTER;
+  *data = static_cast<IDataObject*>(this);
+  AddRef();
+  return S_OK;
 }
 
 STDMETHODIMP CVX_Graph::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND parent,

@@ -62,6 +62,7 @@ STDMETHODIMP CVX_Graph::QueryInterface(REFIID iid, void** object) {
                          {IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(this)},
                          {IID_IPersistStorage, static_cast<IPersistStorage*>(this)},
                          {IID_IQuickActivate, static_cast<IQuickActivate*>(this)},
+                         {IID_IDataObject, static_cast<IDataObject*>(this)},
                          {IID_ISpecifyPropertyPages, static_cast<ISpecifyPropertyPages*>(this)},
                          {IID_IPromptOwner, static_cast<IPromptOwner*>(this)},
                          {IID_IAxisSides, static_cast<IAxisSides*>(this)}});

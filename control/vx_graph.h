@@ -34,6 +34,7 @@ class CVX_Graph final : public IVX_Graph,
                         public IPersistPropertyBag,
                         public IPersistStorage,
                         public IQuickActivate,
+                        public IDataObject,
                         public ISpecifyPropertyPages,
                         public IPromptOwner,
                         public IAxisSides {
@@ -138,6 +139,18 @@ class CVX_Graph final : public IVX_Graph,
   STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
   STDMETHODIMP SaveCompleted(IStorage*) override { return S_OK; }
   STDMETHODIMP HandsOffStorage() override { return S_OK; }
+
+  // IDataObject: the picture as an enhanced metafile or a bitmap
+  // (control/picture_data.cpp); nothing to set and no data advises.
+  STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override;
+  STDMETHODIMP GetDataHere(FORMATETC*, STGMEDIUM*) override { return DATA_E_FORMATETC; }
+  STDMETHODIMP QueryGetData(FORMATETC* format) override;
+  STDMETHODIMP GetCanonicalFormatEtc(FORMATETC* format, FORMATETC* canonical) override;
+  STDMETHODIMP SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override;
+  STDMETHODIMP DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return OLE_E_ADVISENOTSUPPORTED; }
+  STDMETHODIMP DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+  STDMETHODIMP EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
 
   // ISpecifyPropertyPages
   STDMETHODIMP GetPages(CAUUID* pages) override;
@@ -304,6 +317,13 @@ class CVX_Graph final : public IVX_Graph,
   // Draws `area` of the picture (device pixels) off screen and copies it to
   // the target; `display` when the target is a raster display.
   void DrawOffScreen(HDC target, const RECT& area, const RECT& bounds, bool display);
+  // The graph laid out for `bounds` and drawn there, for a target that is
+  // not the live window (no window, a metafile, a data object's picture).
+  void DrawDetached(HDC target, const RECT& bounds);
+  // The picture's size in pixels, and the picture in the data formats.
+  SIZE PictureSize() const;
+  HENHMETAFILE PictureAsMetafile();
+  HGLOBAL PictureAsDib();
   // Tells the container's view sink that the picture changed, and repaints.
   void ViewChanged();
   // Shows what the interaction core asks for and fires its events in order.

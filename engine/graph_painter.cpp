@@ -51,7 +51,17 @@ bool VGraph::ShowsYAxis(size_t index) const {
 }
 
 void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
-  if (!HasWindow()) return;
+  if (HasWindow()) Paint(surface, bounds, update);
+}
+
+void VGraph::DrawDetached(Surface& surface, const Rect& bounds) {
+  int lastWidth = layoutWidth_, lastHeight = layoutHeight_;
+  Recalculate(bounds.right - bounds.left + 1, bounds.bottom - bounds.top + 1, &surface);
+  Paint(surface, bounds, bounds);
+  if (lastWidth > 0 && lastHeight > 0) Recalculate(lastWidth, lastHeight, HasWindow() ? nullptr : &surface);
+}
+
+void VGraph::Paint(Surface& surface, const Rect& bounds, const Rect& update) {
   surface.FillRect(bounds, surface.BackgroundColor());
   surface.Save();
   bool pie = Kind() == kGraphOfPie;

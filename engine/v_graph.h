@@ -202,6 +202,11 @@ class VGraph {
   // Paints the graph: `bounds` is where, in device pixels, `update` the part
   // that needs it. Nothing without a window.
   void Draw(Surface& surface, const Rect& bounds, const Rect& update);
+  // The picture for a target other than the window (a metafile, a data
+  // object, a control that has no window): laid out for `bounds`, measured
+  // on `surface`, and painted whole, window or not. The last layout is
+  // taken again afterwards.
+  void DrawDetached(Surface& surface, const Rect& bounds);
 
   // The visible plot and the whole (unzoomed) data area, in graph pixels.
   const GraphLayout& layout() const { return layout_; }
@@ -233,6 +238,7 @@ class VGraph {
   // pass's logical pixels.
   Rect PlotInDevice(const Rect& bounds) const;
   Rect PlotInPass() const;
+  void Paint(Surface& surface, const Rect& bounds, const Rect& update);
   void DrawGrid(Surface& surface);
   void DrawAxesOnAxes(Surface& surface);
   void DrawCurves(Surface& surface);
