@@ -37,6 +37,12 @@ RECT SurfaceArea(HDC target, const RECT& drawn, const RECT& nominal) {
   return area;
 }
 
+// The distance from `low` to `high`, within what an int and a layout hold:
+// a host's bounds may lie anywhere in the 32-bit plane.
+int Extent(LONG low, LONG high) {
+  return int(std::clamp<int64_t>(int64_t(high) - low, -BackBuffer::kMaxSide, BackBuffer::kMaxSide));
+}
+
 bool IsMetafile(HDC target) {
   DWORD kind = GetObjectType(target);
   return kind == OBJ_ENHMETADC || kind == OBJ_METADC;
@@ -65,7 +71,7 @@ void CVX_Graph::DrawInto(HDC target, const RECT& given) {
   if (printing) {
     graph_->SetPrinting(true, PrinterScale(target));
     GdiSurface measuring(target);
-    graph_->Recalculate(bounds.right - bounds.left + 1, bounds.bottom - bounds.top + 1, &measuring);
+    graph_->Recalculate(Extent(bounds.left, bounds.right) + 1, Extent(bounds.top, bounds.bottom) + 1, &measuring);
   }
   if (technology == DT_RASDISPLAY) {
     bounds = screen;
@@ -75,7 +81,7 @@ void CVX_Graph::DrawInto(HDC target, const RECT& given) {
   } else {
     drawRect_ = bounds;
   }
-  int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
+  int width = Extent(bounds.left, bounds.right), height = Extent(bounds.top, bounds.bottom);
   if (width < 1) width = GetDeviceCaps(target, HORZRES);
   if (height < 1) height = GetDeviceCaps(target, VERTRES);
   if (printing) {
