@@ -43,6 +43,15 @@ int Differences(const MemoryCanvas& canvas, int x, int y, const MemoryCanvas& re
   return differ;
 }
 
+// Each record's kind into the vector `found`; a block transfer that carries
+// pixels counts as a bitmap (fills are recorded as transfers without one).
+int CALLBACK RecordKind(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM found) {
+  bool pixels = (record->iType == EMR_BITBLT && reinterpret_cast<const EMRBITBLT*>(record)->cbBmiSrc > 0) ||
+                record->iType == EMR_STRETCHDIBITS || record->iType == EMR_STRETCHBLT;
+  reinterpret_cast<std::vector<DWORD>*>(found)->push_back(pixels ? EMR_STRETCHDIBITS : record->iType);
+  return 1;
+}
+
 class PictureTest : public HostedControlTest {
  protected:
   void SetUp() override {
@@ -97,18 +106,8 @@ TEST_F(PictureTest, AMetafileAndTheDataObjectCarryTheWindowsPicture) {
   HDC recorder = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
   ASSERT_EQ(Draw(graph, recorder, {0, 0, width, height}), S_OK);
   HENHMETAFILE metafile = CloseEnhMetaFile(recorder);
-  // Each record's kind; a block transfer that carries pixels counts as a
-  // bitmap (fills are recorded as transfers without a source).
   std::vector<DWORD> kinds;
-  EnumEnhMetaFile(
-      nullptr, metafile,
-      [](HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM found) {
-        bool pixels = (record->iType == EMR_BITBLT && reinterpret_cast<const EMRBITBLT*>(record)->cbBmiSrc > 0) ||
-                      record->iType == EMR_STRETCHDIBITS || record->iType == EMR_STRETCHBLT;
-        reinterpret_cast<std::vector<DWORD>*>(found)->push_back(pixels ? EMR_STRETCHDIBITS : record->iType);
-        return 1;
-      },
-      &kinds, nullptr);
+  EnumEnhMetaFile(nullptr, metafile, RecordKind, &kinds, nullptr);
   auto count = [&](DWORD kind) { return std::count(kinds.begin(), kinds.end(), kind); };
   EXPECT_GT(count(EMR_LINETO) + count(EMR_POLYLINE) + count(EMR_POLYLINE16), 10);
   EXPECT_GT(count(EMR_EXTTEXTOUTW), 0);
