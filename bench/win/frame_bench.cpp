@@ -19,58 +19,17 @@
 #include <random>
 #include <vector>
 
+#include "bench/win/bench_support.h"
 #include "zelgraph_idl.h"
 
 namespace {
 
-constexpr int kWidth = 1280, kHeight = 720;
+using namespace zel::bench;
+
 constexpr size_t kAppended = 1000;
 constexpr double kFirstDay = 46000.0;  // an automation date in 2025
 constexpr double kSecond = 1.0 / 86400;
 
-double Now() {
-  LARGE_INTEGER count, frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return double(count.QuadPart) / double(frequency.QuadPart);
-}
-
-// The best of `runs` timings of `work`, in milliseconds.
-double BestOf(int runs, const std::function<void()>& work) {
-  double best = 1e300;
-  for (int k = 0; k < runs; ++k) {
-    double start = Now();
-    work();
-    best = std::min(best, (Now() - start) * 1000);
-  }
-  return best;
-}
-
-// A 32-bit DIB in a memory device context, the host's frame buffer.
-class Dib {
- public:
-  Dib() {
-    HDC screen = GetDC(nullptr);
-    dc_ = CreateCompatibleDC(screen);
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, BI_RGB};
-    void* bits = nullptr;
-    bitmap_ = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    ReleaseDC(nullptr, screen);
-    old_ = SelectObject(dc_, bitmap_);
-  }
-  ~Dib() {
-    SelectObject(dc_, old_);
-    DeleteObject(bitmap_);
-    DeleteDC(dc_);
-  }
-  HDC dc() const { return dc_; }
-
- private:
-  HDC dc_;
-  HBITMAP bitmap_;
-  HGDIOBJ old_;
-};
 
 // An owned VARIANT holding a typed one-dimensional array.
 struct ArrayVariant {

@@ -11,6 +11,7 @@
 #include <random>
 #include <vector>
 
+#include "bench/win/bench_support.h"
 #include "control/gdi_surface.h"
 #include "engine/curve_painter.h"
 #include "engine/v_axis.h"
@@ -19,51 +20,7 @@
 namespace zel {
 namespace {
 
-constexpr int kWidth = 1280, kHeight = 720;
-
-double Now() {
-  LARGE_INTEGER count, frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return double(count.QuadPart) / double(frequency.QuadPart);
-}
-
-// The best of `runs` timings of `work`, in milliseconds.
-double BestOf(int runs, const std::function<void()>& work) {
-  double best = 1e300;
-  for (int k = 0; k < runs; ++k) {
-    double start = Now();
-    work();
-    best = std::min(best, (Now() - start) * 1000);
-  }
-  return best;
-}
-
-// A memory device context with a 32-bit bitmap of its own.
-class Bitmap {
- public:
-  Bitmap() {
-    HDC screen = GetDC(nullptr);
-    dc_ = CreateCompatibleDC(screen);
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), kWidth, -kHeight, 1, 32, BI_RGB};
-    void* bits = nullptr;
-    bitmap_ = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    ReleaseDC(nullptr, screen);
-    old_ = SelectObject(dc_, bitmap_);
-  }
-  ~Bitmap() {
-    SelectObject(dc_, old_);
-    DeleteObject(bitmap_);
-    DeleteDC(dc_);
-  }
-  HDC dc() const { return dc_; }
-
- private:
-  HDC dc_;
-  HBITMAP bitmap_;
-  HGDIOBJ old_;
-};
+using namespace zel::bench;
 
 struct Walk {
   AxisProps range;
@@ -102,7 +59,7 @@ double Scan(const VDataset& curve) {
   return sum;
 }
 
-void Paint(const Bitmap& bitmap, const VDataset& curve, Reduction reduction) {
+void Paint(const Dib& bitmap, const VDataset& curve, Reduction reduction) {
   PatBlt(bitmap.dc(), 0, 0, kWidth, kHeight, WHITENESS);
   GdiSurface surface(bitmap.dc());
   DrawPlot(surface, curve, {kWidth, kHeight}, LookOf(curve, kPlot, {}, 1, false), reduction);
@@ -114,7 +71,7 @@ void Paint(const Bitmap& bitmap, const VDataset& curve, Reduction reduction) {
 
 int main() {
   using namespace zel;
-  Bitmap bitmap;
+  Dib bitmap;
   std::printf("%10s %12s %14s %8s %16s %8s\n", "points", "scan ms", "reduced ms", "ratio", "every seg. ms", "ratio");
   for (size_t n : {size_t(100000), size_t(1000000), size_t(10000000)}) {
     Walk walk(n);
