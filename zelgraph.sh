@@ -16,7 +16,7 @@ build=$root/build
 packages=(
   cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
-  libwine-dev wine wine64 xvfb xauth python3
+  libwine-dev wine wine64 xvfb xauth python3 clang libclang-rt-14-dev
 )
 
 log() { printf '\n== %s\n' "$*"; }
@@ -45,6 +45,7 @@ configure_and_build() {
 build_all() {
   configure_and_build native
   configure_and_build asan -DZELGRAPH_SANITIZE=ON -DZELGRAPH_BENCHMARKS=OFF
+  configure_and_build fuzz -DZELGRAPH_FUZZERS=ON -DZELGRAPH_BENCHMARKS=OFF -DCMAKE_CXX_COMPILER=clang++
   configure_and_build win64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake"
   configure_and_build win32 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake"
 }
@@ -158,6 +159,26 @@ run_checks() {
   passed=$((passed + p)) failed=$((failed + f))
 }
 
+# run_fuzzers: a short run of each native fuzzer from its seed corpus, with a
+# fixed seed so that the run is the same every time. New inputs go to a
+# scratch folder, never into the repository.
+run_fuzzers() {
+  local fuzzer name scratch
+  for fuzzer in "$build"/fuzz/*_fuzzer; do
+    name=$(basename "$fuzzer" _fuzzer)
+    scratch=$(mktemp -d)
+    cp "$root/fuzz/corpus/$name"/* "$scratch"/
+    if (cd "$scratch" && "$fuzzer" -seed=1 -runs=5000 -max_len=1024 -timeout=10 . >log 2>&1); then
+      echo "PASS $name fuzzer"
+    else
+      echo "FAIL $name fuzzer"
+      grep -E 'ERROR|runtime error|graph fuzzer' "$scratch/log" | head -5
+    fi
+    rm -rf "$scratch"
+  done
+  echo done
+}
+
 # run_example SCRIPT: the shipped example must run to its last line.
 run_example() {
   log "running the example $(basename "$1")"
@@ -177,6 +198,7 @@ run_tests() {
   run_suite native "$build/native/zelgraph_tests"
   run_suite "native with ASan and UBSan" env ASAN_OPTIONS=detect_leaks=1 \
     UBSAN_OPTIONS=print_stacktrace=1 "$build/asan/zelgraph_tests"
+  run_checks "short runs of the native fuzzers" run_fuzzers
   prepare_wine_prefix
   register_control
   run_suite "Windows x86_64 under Wine" wine "$build/win64/bin/zelgraph_win_tests.exe"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 #include "engine/curve_reduction.h"
 #include "engine/dataset_keywords.h"
@@ -139,6 +138,18 @@ bool IsDrawn(const VDataset& dataset, const PointMap& map, size_t i) {
 // visible columns: those whose pixel lies within `reach` columns of them,
 // and the drawn point on either side, where a segment into the view starts
 // or ends. Everything for other curves.
+// The first index in [low, high) where `holds` stops holding, for a
+// predicate that holds on a prefix of the range.
+template <typename Predicate>
+size_t PartitionPoint(size_t low, size_t high, Predicate holds) {
+  while (low < high) {
+    size_t middle = low + (high - low) / 2;
+    if (holds(middle)) low = middle + 1;
+    else high = middle;
+  }
+  return low;
+}
+
 std::pair<size_t, size_t> VisiblePoints(const VDataset& dataset, const PointMap& map, CurveArea area,
                                         int32_t reach) {
   size_t count = std::min({dataset.count(), dataset.xValues().size(), dataset.yValues().size(),
@@ -156,10 +167,8 @@ std::pair<size_t, size_t> VisiblePoints(const VDataset& dataset, const PointMap&
     double x = map.X(dataset.xValues().NumberAt(i));
     return forwards ? x <= to : x >= from;
   };
-  auto indexes = std::views::iota(size_t(0), count);
-  size_t first = size_t(std::ranges::partition_point(indexes, before) - indexes.begin());
-  auto rest = std::views::iota(first, count);
-  size_t last = first + size_t(std::ranges::partition_point(rest, upTo) - rest.begin());
+  size_t first = PartitionPoint(0, count, before);
+  size_t last = PartitionPoint(first, count, upTo);
   while (first > 0 && !IsDrawn(dataset, map, --first)) {}
   while (last < count && !IsDrawn(dataset, map, last)) ++last;
   return {first, std::min(last + 1, count)};

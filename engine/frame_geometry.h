@@ -41,6 +41,9 @@ struct Margins {
 
 // Far-off pixels stop here, so that rounding and rectangles cannot overflow.
 constexpr double kFarPixel = 1e9;
+// GDI holds device coordinates within ±2^27; what is drawn at a far-off
+// position that only its clip hides keeps to half of that.
+constexpr int32_t kDeviceReach = 1 << 26;
 
 // The nearest pixel of an offset along the frame (and of a device column),
 // halves toward the higher pixel, for numbers within kFarPixel.

@@ -14,7 +14,11 @@ namespace {
 
 constexpr int32_t kFurtherAxisGap = 10;
 
-int32_t RoundToPixel(float v) { return std::isfinite(v) ? int32_t(std::lround(v)) : 0; }
+// Rounded half away from zero, as lround does; far values stop at kFarPixel
+// (a zoom into a sliver makes pixels per unit beyond any int).
+int32_t RoundToPixel(float v) {
+  return std::isfinite(v) ? int32_t(std::llround(std::clamp<double>(v, -kFarPixel, kFarPixel))) : 0;
+}
 
 }  // namespace
 
@@ -150,10 +154,13 @@ void VGraph::PlaceDataArea() {
   const FrameRect& plot = layout_.plot;
   float sx = float(plot.width()) / (zoomRect_.right - zoomRect_.left);
   float sy = float(plot.height()) / (zoomRect_.top - zoomRect_.bottom);
-  int32_t left = plot.left - RoundToPixel(sx * zoomRect_.left);
-  int32_t bottom = plot.bottom - RoundToPixel(zoomRect_.bottom * sy);
-  layout_.data = {.left = left, .bottom = bottom, .right = left + RoundToPixel(sx) - 1,
-                  .top = bottom + RoundToPixel(sy) - 1};
+  // A zoom into a sliver makes the data area far larger than any window:
+  // its edges stop at kFarPixel instead of wrapping around.
+  auto far = [](int64_t pixel) { return int32_t(std::clamp<int64_t>(pixel, -kFarPixel, kFarPixel)); };
+  int32_t left = far(int64_t(plot.left) - RoundToPixel(sx * zoomRect_.left));
+  int32_t bottom = far(int64_t(plot.bottom) - RoundToPixel(zoomRect_.bottom * sy));
+  layout_.data = {.left = left, .bottom = bottom, .right = far(int64_t(left) + RoundToPixel(sx) - 1),
+                  .top = far(int64_t(bottom) + RoundToPixel(sy) - 1)};
 }
 
 }  // namespace zel

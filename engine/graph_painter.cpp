@@ -200,7 +200,7 @@ void VGraph::DrawHairlines(Surface& surface, const Rect& bounds) {
   surface.SelectFont(ParseFontSpec(kHairlineFont));
   int reportType = Process().reportType;
   for (const Hairline& hairline : hairlines_) {
-    int32_t x = HairlineColumn(hairline, bounds.left);
+    int32_t x = std::clamp(HairlineColumn(hairline, bounds.left), -kDeviceReach, kDeviceReach);
     surface.ClipTo({plot.left + 1, plot.top + 1, plot.right - 1, plot.bottom - 1});
     surface.SelectPen({kPenSolid, hairline.width, hairline.color, false});
     surface.MoveTo({x, plot.bottom - 1});

@@ -44,6 +44,7 @@ int SplitMilliseconds(double& value) {
   double direction = value < 0 ? -1.0 : 1.0;
   value -= direction * remainder;
   float steps = float(remainder * kFiveMillisecondsPerDay);
+  if (!std::isfinite(steps)) return 0;  // a value that is no date has no milliseconds
   int milliseconds = int(std::floor(steps + 0.5f)) * 5;
   if (milliseconds == 1000) {
     value += direction * kSecondInDays;

@@ -1,5 +1,6 @@
 #include "util/c_strftime.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace zel {
@@ -11,10 +12,12 @@ constexpr const char16_t* kMonths[] = {u"January", u"February", u"March",     u"
                                        u"May",     u"June",     u"July",      u"August",
                                        u"September", u"October", u"November", u"December"};
 
-bool InRange(int value, int low, int high) { return value >= low && value <= high; }
+// Fields are widened first: a caller's tm may hold any int, and the runtime
+// refuses what lies outside a field's range rather than wrapping it.
+bool InRange(int64_t value, int low, int high) { return value >= low && value <= high; }
 
 // A number zero-padded to `digits` (none with the "#" flag), if in range.
-bool AppendNumber(Text& out, int value, int low, int high, int digits, bool alternate) {
+bool AppendNumber(Text& out, int64_t value, int low, int high, int digits, bool alternate) {
   if (!InRange(value, low, high)) return false;
   Text number = DecimalText(value);
   if (!alternate && int(number.size()) < digits) out.append(size_t(digits) - number.size(), u'0');
@@ -23,11 +26,11 @@ bool AppendNumber(Text& out, int value, int low, int high, int digits, bool alte
 }
 
 bool AppendDirective(Text& out, char16_t directive, bool alternate, const std::tm& t) {
-  int year = t.tm_year + 1900;
+  int64_t year = int64_t(t.tm_year) + 1900;
   switch (directive) {
     case u'Y': return AppendNumber(out, year, 0, 9999, 4, alternate);
     case u'y': return year >= 1900 && AppendNumber(out, year % 100, 0, 99, 2, alternate);
-    case u'm': return AppendNumber(out, t.tm_mon + 1, 1, 12, 2, alternate);
+    case u'm': return AppendNumber(out, int64_t(t.tm_mon) + 1, 1, 12, 2, alternate);
     case u'd': return AppendNumber(out, t.tm_mday, 1, 31, 2, alternate);
     case u'H': return AppendNumber(out, t.tm_hour, 0, 23, 2, alternate);
     case u'I':
