@@ -51,7 +51,12 @@ bool VGraph::ShowsYAxis(size_t index) const {
 }
 
 void VGraph::Draw(Surface& surface, const Rect& bounds, const Rect& update) {
-  if (HasWindow()) Paint(surface, bounds, update);
+  if (!HasWindow()) return;
+  if (layoutPending_) {
+    Recalculate(layoutWidth_, layoutHeight_);
+    layoutPending_ = false;
+  }
+  Paint(surface, bounds, update);
 }
 
 void VGraph::DrawDetached(Surface& surface, const Rect& bounds) {

@@ -1,6 +1,7 @@
 #include "engine/v_graph.h"
 
 #include <algorithm>
+#include <new>
 
 #include "engine/graph_error.h"
 #include "engine/v_pie_dataset.h"
@@ -323,7 +324,13 @@ void VGraph::UpdateLayoutAndRepaint() {
 void VGraph::LayoutAndRepaint(int clientWidth, int clientHeight) {
   if (!HasWindow()) return;
   // One more than the client size, as the layout has always been given.
-  Recalculate(clientWidth + 1, clientHeight + 1);
+  // When memory runs out here, the change that asked for the layout stands
+  // (the entry has made it whole) and the next paint lays the graph out.
+  try {
+    Recalculate(clientWidth + 1, clientHeight + 1);
+  } catch (const std::bad_alloc&) {
+    layoutPending_ = true;
+  }
   Repaint();
 }
 

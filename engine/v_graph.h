@@ -273,6 +273,8 @@ class VGraph {
   Fractions zoomRect_;
   Margins margins_;
   std::array<Text, 4> unitNames_;
+  // A layout that ran out of memory, to be done again before the next paint.
+  bool layoutPending_ = false;
   int layoutWidth_ = 0;
   int layoutHeight_ = 0;
   GraphLayout layout_;
