@@ -127,8 +127,11 @@ void VGraph::DrawGrid(Surface& surface) {
 }
 
 // X axes placed on a Y axis stand where their crossing value lies on it, Y
-// axes likewise on an X axis; both keep to the plot.
+// axes likewise on an X axis; both keep to the plot. A crossing far outside
+// the view is drawn just far enough away that nothing of it shows, instead
+// of at a position past what GDI can hold.
 void VGraph::DrawAxesOnAxes(Surface& surface) {
+  constexpr int32_t kOffPlot = 1000;
   int32_t width = layout_.data.width(), height = layout_.data.height();
   Rect plot = PlotInPass();
   int reportType = Process().reportType;
@@ -137,6 +140,7 @@ void VGraph::DrawAxesOnAxes(Surface& surface) {
     const VAxis& axis = *entry.object;
     if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
     int32_t line = height - 1 - Pixel(ScaleOf(*axis.reference(), height).ToPixel(axis.crossingValue()));
+    line = std::clamp(line, plot.top - kOffPlot, plot.bottom + kOffPlot);
     AxisPlacement at{line, 0, width, plot.left, plot.right, 0, false, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }
@@ -144,6 +148,7 @@ void VGraph::DrawAxesOnAxes(Surface& surface) {
     const VAxis& axis = *entry.object;
     if (axis.placement() != VAxis::kOnAxis || !axis.reference()) continue;
     int32_t line = Pixel(ScaleOf(*axis.reference(), width).ToPixel(axis.crossingValue()));
+    line = std::clamp(line, plot.left - kOffPlot, plot.right + kOffPlot);
     AxisPlacement at{line, height - 1, height, plot.top, plot.bottom, 0, false, f, {}};
     DrawAxis(surface, axis, at, reportType);
   }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "engine/frame_geometry.h"
 #include "engine/pie_layout.h"
 #include "engine/v_pie_dataset.h"
 #include "util/value.h"
@@ -37,9 +38,11 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   if (count_ == 0) return;
   surface.Save();
   const Rect& r = plotRect_;
-  surface.IntersectClip({ClampToInt32(int64_t(r.left) - windowOrigin.x), ClampToInt32(int64_t(r.top) - windowOrigin.y),
-                         ClampToInt32(int64_t(r.right) - windowOrigin.x),
-                         ClampToInt32(int64_t(r.bottom) - windowOrigin.y)});
+  // The clip is in device units; a pie zoomed far away is clipped at the
+  // edge of what GDI holds, which shows the same nothing.
+  auto device = [](int64_t v) { return int32_t(std::clamp<int64_t>(v, -kDeviceReach, kDeviceReach)); };
+  surface.IntersectClip({device(int64_t(r.left) - windowOrigin.x), device(int64_t(r.top) - windowOrigin.y),
+                         device(int64_t(r.right) - windowOrigin.x), device(int64_t(r.bottom) - windowOrigin.y)});
   surface.SelectPen({kPenSolid, 1, 0});
   surface.SetTextAlign(kAlignLeft | kAlignTop);
 

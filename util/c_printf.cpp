@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <climits>
 #include <cmath>
 #include <string>
 
@@ -29,9 +30,13 @@ bool IsOneOf(char16_t c, std::string_view set) {
   return c != 0 && c < 0x80 && set.find(char(c)) != std::string_view::npos;
 }
 
+// A width or precision; one too large for an int stays at INT_MAX.
 int ParseNumber(TextView format, size_t& i) {
   int value = 0;
-  while (i < format.size() && IsDigit(format[i])) value = value * 10 + (format[i++] - u'0');
+  while (i < format.size() && IsDigit(format[i])) {
+    int digit = format[i++] - u'0';
+    value = value > (INT_MAX - digit) / 10 ? INT_MAX : value * 10 + digit;
+  }
   return value;
 }
 
