@@ -195,6 +195,8 @@ register_control() {
 }
 
 run_tests() {
+  run_checks "the reference against the type library's IDL" \
+    python3 "$root/tools/check_reference.py" "$root/resources/zelgraph.idl" "$root/docs/reference.md"
   run_suite native "$build/native/zelgraph_tests"
   run_suite "native with ASan and UBSan" env ASAN_OPTIONS=detect_leaks=1 \
     UBSAN_OPTIONS=print_stacktrace=1 "$build/asan/zelgraph_tests"

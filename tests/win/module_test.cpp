@@ -124,6 +124,36 @@ TEST_F(ModuleTest, StringTableHoldsTheBuiltInTexts) {
   EXPECT_EQ(size_t(found), BuiltInTexts().size());
 }
 
+// Type-library browsers show a help string for the control's interface, its
+// events and records, and each of their entries: the module's own type
+// library carries them all.
+TEST_F(ModuleTest, TypeLibraryDescribesEveryEntryAndEvent) {
+  ITypeLib* library = nullptr;
+  ASSERT_EQ(LoadTypeLibEx(L"ZELGraph.dll", REGKIND_NONE, &library), S_OK);
+  int entries = 0;
+  for (UINT t = 0; t < library->GetTypeInfoCount(); ++t) {
+    BSTR name = nullptr, doc = nullptr;
+    library->GetDocumentation(INT(t), &name, &doc, nullptr, nullptr);
+    EXPECT_GT(SysStringLen(doc), 0u) << "type " << t;
+    ITypeInfo* info = nullptr;
+    ASSERT_EQ(library->GetTypeInfo(t, &info), S_OK);
+    FUNCDESC* func = nullptr;
+    for (UINT f = 0; info->GetFuncDesc(f, &func) == S_OK; ++f, ++entries) {
+      BSTR entry = nullptr, help = nullptr;
+      info->GetDocumentation(func->memid, &entry, &help, nullptr, nullptr);
+      EXPECT_GT(SysStringLen(help), 0u) << "entry " << f << " of type " << t;
+      SysFreeString(entry);
+      SysFreeString(help);
+      info->ReleaseFuncDesc(func);
+    }
+    info->Release();
+    SysFreeString(name);
+    SysFreeString(doc);
+  }
+  library->Release();
+  EXPECT_EQ(entries, 95 + 5);
+}
+
 TEST(WindowsPlatformTest, HooksReadTheDisplayAndTheSystemClock) {
   InstallWindowsPlatformHooks();
   HDC display = CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
