@@ -30,12 +30,17 @@ bool IsOneOf(char16_t c, std::string_view set) {
   return c != 0 && c < 0x80 && set.find(char(c)) != std::string_view::npos;
 }
 
-// A width or precision; one too large for an int stays at INT_MAX.
+// Widths and precisions stop at this many characters. Every caller keeps at
+// most a few hundred characters of a result, and those come out the same
+// whether a field is this wide or wider; a host's "%2147483647d" would
+// otherwise build gigabytes of padding.
+constexpr int kFieldLimit = 4096;
+
+// A width or precision, at most kFieldLimit.
 int ParseNumber(TextView format, size_t& i) {
   int value = 0;
   while (i < format.size() && IsDigit(format[i])) {
-    int digit = format[i++] - u'0';
-    value = value > (INT_MAX - digit) / 10 ? INT_MAX : value * 10 + digit;
+    value = std::min(kFieldLimit, value * 10 + (format[i++] - u'0'));
   }
   return value;
 }
