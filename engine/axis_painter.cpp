@@ -143,8 +143,15 @@ class AxisDrawing {
     MinorTicks(Scaled(kYMinorTick, f) * outward);
   }
 
-  // The top end of a Y axis: where the arrowhead points and the unit name stands.
-  int32_t TopEnd() const { return at_.roomFirst < kArrowLowestEnd ? kArrowMovedEnd : at_.roomFirst; }
+  // The top end of a Y axis: where the arrowhead points and the unit name
+  // stands. An end too near the top moves down to make room for the apex;
+  // an inverted data area (margins larger than the window, placed far off)
+  // keeps it within the device's reach of the axis's visible top.
+  int32_t TopEnd() const {
+    if (at_.roomFirst >= kArrowLowestEnd) return at_.roomFirst;
+    return int32_t(std::clamp<int64_t>(kArrowMovedEnd, int64_t(at_.roomFirst) - kDeviceReach,
+                                       int64_t(at_.roomFirst) + kDeviceReach));
+  }
 
   // The arrowhead lies within the axis's own strip and the surface: its
   // apex is at most one pixel above the top edge, where the device clips it.
