@@ -23,7 +23,9 @@ add_custom_command(
   COMMAND ${widl} ${widl_flags} -t -o ${generated}/zelgraph.tlb ${idl}
   COMMAND python3 ${PROJECT_SOURCE_DIR}/cmake/restore_typelib_libid.py
           ${generated}/zelgraph.tlb C6AB4A99-D435-4BCC-BABE-1FA152632B6F
+  COMMAND python3 ${PROJECT_SOURCE_DIR}/cmake/add_record_field_help.py ${generated}/zelgraph.tlb ${idl}
   DEPENDS ${idl} ${PROJECT_SOURCE_DIR}/cmake/restore_typelib_libid.py
+          ${PROJECT_SOURCE_DIR}/cmake/add_record_field_help.py ${PROJECT_SOURCE_DIR}/tools/idl_entries.py
   COMMENT "Compiling the type library")
 set_source_files_properties(${generated}/zelgraph_i.c PROPERTIES LANGUAGE CXX)
 set_source_files_properties(resources/zelgraph.rc PROPERTIES OBJECT_DEPENDS ${generated}/zelgraph.tlb)

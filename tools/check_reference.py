@@ -2,7 +2,7 @@
 cannot drift: every entry and event of the IDL has a section in the
 reference that repeats its declaration and whose first line is its help
 string; every record field appears in the record's table, in order, with its
-offset and type; and the reference names nothing the IDL lacks.
+offset, its type and its help string as the first sentence of its meaning; and the reference names nothing the IDL lacks.
 
 Prints PASS or FAIL per check and "done" at the end, as the test command's
 other check programs do. Usage: check_reference.py IDL REFERENCE"""
@@ -31,12 +31,15 @@ def sections(text):
 
 
 def table_fields(body):
-    """(offset, field, type) of each row of a section's field table."""
+    """(offset, field, type, first sentence of the meaning) of each row of a
+    section's field table."""
     rows = []
     for line in body:
         cells = [c.strip() for c in line.strip().strip('|').split('|')]
-        if len(cells) >= 3 and cells[0].isdigit():
-            rows.append((int(cells[0]), cells[1].strip('`'), cells[2]))
+        if len(cells) >= 4 and cells[0].isdigit():
+            meaning = cells[3]
+            end = meaning.find('. ')
+            rows.append((int(cells[0]), cells[1].strip('`'), cells[2], meaning if end < 0 else meaning[:end + 1]))
     return rows
 
 
@@ -46,7 +49,7 @@ def listed(names):
 
 def layout(fields):
     offsets, at = [], 0
-    for kind, _ in fields:
+    for kind, *_ in fields:
         at = (at + _ALIGN[kind] - 1) // _ALIGN[kind] * _ALIGN[kind]
         offsets.append(at)
         at += _SIZE[kind]
@@ -83,11 +86,12 @@ def main(idl_path, reference_path):
         named.add(record)
         section = reference.get(record)
         rows = table_fields(section[2]) if section else []
-        expected = [(offset, name, kind) for offset, (kind, name) in zip(layout(fields), fields)]
+        expected = [(offset, name, kind, help_text)
+                    for offset, (kind, name, help_text) in zip(layout(fields), fields)]
         check(section is not None and section[1] == help_text,
               f'{record}: its help string is the reference\'s first line')
         check(rows == expected, f'{record}: the reference lists its {len(fields)} fields '
-                                'with their offsets and types')
+                                'with their offsets, types and help strings')
 
     stray = sorted(set(reference) - named)
     check(not stray, 'the reference names nothing the IDL lacks' + listed(stray))

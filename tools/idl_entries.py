@@ -35,20 +35,25 @@ def declarations(text, opener):
     return entries
 
 
+_FIELD = re.compile(r'^\s*(?P<type>\w+) (?P<name>\w+);\s*(?://\s*(?P<help>.*))?$')
+
+
 def record(text, name):
-    """(help string, [(type, field)]) of a record typedef."""
+    """(help string, [(type, field, help string)]) of a record typedef. A
+    field's help string is its trailing comment: widl takes no help strings
+    on fields, so the build adds them to the type library from there."""
     m = re.search(r'\[\s*uuid\([^)]*\),\s*helpstring\("([^"]*)"\)\s*\]\s*typedef struct ' + name +
                   r'\s*\{(.*?)\}', text, re.S)
-    fields = [tuple(_normal(line).rstrip(';').rsplit(' ', 1))
-              for line in m.group(2).strip().splitlines() if line.strip()]
+    fields = [(f.group('type'), f.group('name'), (f.group('help') or '').strip())
+              for f in map(_FIELD.match, m.group(2).strip().splitlines()) if f]
     return m.group(1), fields
 
 
 def read(path):
-    text = open(path, encoding='utf-8').read()
-    text = re.sub(r'//[^\n]*', '', text)
+    raw = open(path, encoding='utf-8').read()
+    text = re.sub(r'//[^\n]*', '', raw)
     return {
         'interface': declarations(text, 'interface IVX_Graph : IDispatch'),
         'events': declarations(text, 'dispinterface _IVX_GraphEvents'),
-        'records': {name: record(text, name) for name in ('AxisProps', 'DatasetProps')},
+        'records': {name: record(raw, name) for name in ('AxisProps', 'DatasetProps')},
     }

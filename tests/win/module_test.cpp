@@ -125,12 +125,12 @@ TEST_F(ModuleTest, StringTableHoldsTheBuiltInTexts) {
 }
 
 // Type-library browsers show a help string for the control's interface, its
-// events and records, and each of their entries: the module's own type
-// library carries them all.
-TEST_F(ModuleTest, TypeLibraryDescribesEveryEntryAndEvent) {
+// events and records, and each of their entries and fields: the module's own
+// type library carries them all (the fields' added after widl by the build).
+TEST_F(ModuleTest, TypeLibraryDescribesEveryEntryEventAndField) {
   ITypeLib* library = nullptr;
   ASSERT_EQ(LoadTypeLibEx(L"ZELGraph.dll", REGKIND_NONE, &library), S_OK);
-  int entries = 0;
+  int entries = 0, fields = 0;
   for (UINT t = 0; t < library->GetTypeInfoCount(); ++t) {
     BSTR name = nullptr, doc = nullptr;
     library->GetDocumentation(INT(t), &name, &doc, nullptr, nullptr);
@@ -146,12 +146,24 @@ TEST_F(ModuleTest, TypeLibraryDescribesEveryEntryAndEvent) {
       SysFreeString(help);
       info->ReleaseFuncDesc(func);
     }
+    VARDESC* var = nullptr;
+    for (UINT v = 0; info->GetVarDesc(v, &var) == S_OK; ++v, ++fields) {
+      BSTR field = nullptr, help = nullptr;
+      info->GetDocumentation(var->memid, &field, &help, nullptr, nullptr);
+      EXPECT_GT(SysStringLen(help), 0u) << "field " << v << " of type " << t;
+      if (std::wstring(field) == L"bUseGlb")  // the last string the build added
+        EXPECT_STREQ(help, L"Use as global: the curve page offers these settings as every curve's default.");
+      SysFreeString(field);
+      SysFreeString(help);
+      info->ReleaseVarDesc(var);
+    }
     info->Release();
     SysFreeString(name);
     SysFreeString(doc);
   }
   library->Release();
   EXPECT_EQ(entries, 95 + 5);
+  EXPECT_EQ(fields, 19 + 18);
 }
 
 TEST(WindowsPlatformTest, HooksReadTheDisplayAndTheSystemClock) {
