@@ -2,6 +2,7 @@
 // the wedges, from 12 o'clock clockwise, all clipped to the pie's rectangle.
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "engine/frame_geometry.h"
@@ -41,6 +42,12 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   // The clip is in device units; a pie zoomed far away is clipped at the
   // edge of what GDI holds, which shows the same nothing.
   auto device = [](int64_t v) { return int32_t(std::clamp<int64_t>(v, -kDeviceReach, kDeviceReach)); };
+  // The title, a label or the pie anchored farther off than that is far
+  // outside any window: it is left out rather than sent past what GDI holds.
+  auto near = [&](Point p) {
+    return std::llabs(int64_t(p.x) - windowOrigin.x) <= kDeviceReach &&
+           std::llabs(int64_t(p.y) - windowOrigin.y) <= kDeviceReach;
+  };
   surface.IntersectClip({device(int64_t(r.left) - windowOrigin.x), device(int64_t(r.top) - windowOrigin.y),
                          device(int64_t(r.right) - windowOrigin.x), device(int64_t(r.bottom) - windowOrigin.y)});
   surface.SelectPen({kPenSolid, 1, 0});
@@ -48,7 +55,8 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
 
   surface.SelectFont(titleFont());
   surface.SetTextColor(titleColor());
-  surface.WriteText({r.left + kTitleLeft, r.top + kTitleTop}, title());
+  Point titleAt{r.left + kTitleLeft, r.top + kTitleTop};
+  if (near(titleAt)) surface.WriteText(titleAt, title());
 
   surface.SelectFont(textFont());
   surface.SetTextColor(textColor());
@@ -59,6 +67,7 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
     int64_t ly = int64_t(r.top) + kPieLabelTop + labelY_[i];
     if (lx + kLabelMinimumRoom > r.right || ly + rowHeight > r.bottom) continue;
     int32_t x = int32_t(lx), y = int32_t(ly);
+    if (!near({x, y})) continue;
     int32_t swatchTop = y + (rowHeight - kPieSwatchHeight) / 2;
     surface.Rectangle({x, swatchTop, x + kPieSwatchWidth, swatchTop + kPieSwatchHeight}, sliceColors_[i]);
     surface.WriteText({x + kPieLabelTextOffset, y + (rowHeight - textHeight) / 2},
@@ -70,10 +79,10 @@ void VPieDataset::DrawPie(Surface& surface, Point windowOrigin) const {
   for (size_t i = 0; i < count_; ++i) total += sizes_[i];
   int32_t radius = pieDiameter_ / 2, drawn = radius - kWedgeInset;
   // All sizes zero (or not numbers) leave no angle to share out.
-  if (total != 0 && std::isfinite(total) && drawn > 0) {
+  Point centre{ClampToInt32(int64_t(r.left) + radius), ClampToInt32(int64_t(r.top) + titleBand_ + radius)};
+  if (total != 0 && std::isfinite(total) && drawn > 0 && near(centre)) {
     // The pie stands right under the title band that the layout left free,
     // so it fits the diameter the layout chose.
-    Point centre{ClampToInt32(int64_t(r.left) + radius), ClampToInt32(int64_t(r.top) + titleBand_ + radius)};
     Rect box{centre.x - drawn, centre.y - drawn, centre.x + drawn, centre.y + drawn};
     double from = 0;
     for (size_t i = 0; i < count_; ++i) {
