@@ -137,5 +137,5 @@ target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 
 # a client of the registered control, built always so that it keeps building,
 # run by `./zelgraph.sh bench`, never by the tests.
 add_executable(frame_bench bench/win/frame_bench.cpp)
-target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32)
+target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32 psapi)
 target_include_directories(frame_bench PRIVATE ${PROJECT_SOURCE_DIR})
