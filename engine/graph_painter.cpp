@@ -239,14 +239,27 @@ void VGraph::DrawBand(Surface& surface, const Rect& bounds) {
   int32_t bottom = bounds.bottom - margins_.bottom - data.bottom;
   auto x = [&](float fraction) { return left + Pixel(double(fraction) * fullWidth); };
   auto y = [&](float fraction) { return bottom - Pixel(double(fraction) * fullHeight); };
+  Rect clip = Intersection(bounds, {left, bottom - fullHeight + 1, left + fullWidth, bottom + 1});
   surface.Save();
-  surface.ClipTo(Intersection(bounds, {left, bottom - fullHeight + 1, left + fullWidth, bottom + 1}));
+  surface.ClipTo(clip);
   surface.SelectPen({kPenDot, 1, kWhite, false});
   surface.SetBackgroundColor(kBlack);
   surface.SetRasterOp(RasterOp::kXor);
   const RubberBand& b = band_;
-  Point corners[] = {{x(b.bandX0), y(b.bandY0)}, {x(b.bandX1), y(b.bandY0)}, {x(b.bandX1), y(b.bandY1)},
-                     {x(b.bandX0), y(b.bandY1)}, {x(b.bandX0), y(b.bandY0)}};
+  // In a view zoomed far in, the band's corners can lie farther off than the
+  // device holds. A corner beyond the clip moves toward it, but never into
+  // it, by whole periods of the dot pattern, so every dot that shows stays
+  // where it was.
+  constexpr int32_t kPatternRepeat = 24;
+  auto near = [](int32_t v, int32_t low, int32_t high) {
+    if (v < low - kPatternRepeat) return v + (low - kPatternRepeat - v) / kPatternRepeat * kPatternRepeat;
+    if (v > high + kPatternRepeat) return v - (v - high - kPatternRepeat) / kPatternRepeat * kPatternRepeat;
+    return v;
+  };
+  auto cx = [&](float fraction) { return near(x(fraction), clip.left, clip.right); };
+  auto cy = [&](float fraction) { return near(y(fraction), clip.top, clip.bottom); };
+  Point corners[] = {{cx(b.bandX0), cy(b.bandY0)}, {cx(b.bandX1), cy(b.bandY0)}, {cx(b.bandX1), cy(b.bandY1)},
+                     {cx(b.bandX0), cy(b.bandY1)}, {cx(b.bandX0), cy(b.bandY0)}};
   surface.Polyline(corners);
   surface.SetRasterOp(RasterOp::kCopy);
   surface.Restore();
