@@ -35,12 +35,16 @@ int CHookedMessageBoxes::Ask(HWND owner, int captionId, int messageId, const For
                      MB_YESNOCANCEL | MB_ICONQUESTION);
 }
 
+// The activation goes on down the chain too: a host's own hook (one that
+// centres or answers message boxes) must still see the box come up.
 LRESULT CALLBACK CHookedMessageBoxes::Hook(int code, WPARAM wParam, LPARAM lParam) {
-  if (code != HCBT_ACTIVATE) return CallNextHookEx(hook_, code, wParam, lParam);
-  RelabelButtons(reinterpret_cast<HWND>(wParam));
-  UnhookWindowsHookEx(hook_);
-  hook_ = nullptr;
-  return 0;
+  HHOOK hook = hook_;
+  if (code == HCBT_ACTIVATE) {
+    RelabelButtons(reinterpret_cast<HWND>(wParam));
+    UnhookWindowsHookEx(hook_);
+    hook_ = nullptr;
+  }
+  return CallNextHookEx(hook, code, wParam, lParam);
 }
 
 void CHookedMessageBoxes::RelabelButtons(HWND box) {
