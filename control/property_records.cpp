@@ -60,7 +60,10 @@ void* RecordOf(const VARIANT& props, REFGUID recordGuid, bool& wrongShape) {
   wrongShape = false;
   VARTYPE type = VARTYPE(V_VT(&props) & 0xFF);
   if (HasBits(type, kReferenceBits)) {
-    const VARIANT* referred = (V_VT(&props) & VT_BYREF) ? V_VARIANTREF(&props) : nullptr;
+    // Only a reference to a VARIANT can lead to a record: the other tags
+    // with these bits (a DECIMAL, an object pointer) point at less than a
+    // VARIANT, which is not read past its end.
+    const VARIANT* referred = V_VT(&props) == (VT_BYREF | VT_VARIANT) ? V_VARIANTREF(&props) : nullptr;
     if (!referred || !HasBits(VARTYPE(V_VT(referred) & 0xFF), kRecordBits) ||
         !IsRecordOf(*referred, recordGuid)) {
       wrongShape = true;

@@ -51,6 +51,7 @@ class ForeignRecord : public IRecordInfo {
     V_VT(&v) = VT_RECORD, V_RECORD(&v) = data_, V_RECORDINFO(&v) = this;
     return v;
   }
+  void* Data() const { return data_; }
   bool Untouched(BYTE fill) const {
     for (ULONG i = 0; i < size_; ++i)
       if (data_[i] != fill) return false;
@@ -196,6 +197,21 @@ TEST_F(HostileHostTest, ForeignRecordsClaimingTheControlsGuidAreRefused) {
   EXPECT_EQ(Call(L"EnumDatasets", {}).result.UpperBound(), 0);
 }
 
+// A reference whose tag has the reference bits but names something smaller
+// than a VARIANT (a DECIMAL, an IUnknown pointer) holds no record, whatever
+// its bytes say: it is refused, not read past its end.
+TEST_F(HostileHostTest, ReferencesToLessThanAVariantHoldNoRecord) {
+  BuildGraph();
+  const GUID axisGuid = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
+  for (VARTYPE type : {VARTYPE(VT_DECIMAL), VARTYPE(VT_UNKNOWN)}) {
+    ForeignRecord memory(axisGuid, type == VT_DECIMAL ? sizeof(DECIMAL) : sizeof(void*), BYTE(VT_RECORD));
+    VARIANT reference;
+    V_VT(&reference) = VARTYPE(VT_BYREF | type), V_BYREF(&reference) = memory.Data();
+    EXPECT_EQ(graph->SetYAxisProperties(1, reference), E_INVALIDARG) << type;
+    EXPECT_EQ(graph->SetDatasetProperties(10, reference), E_INVALIDARG) << type;
+  }
+}
+
 TEST_F(HostileHostTest, InvokeKnowsOnlyTheNullInterface) {
   EXPECT_EQ(InvokeId(kGetVerId, {}, IID_IDispatch), DISP_E_UNKNOWNINTERFACE);
   EXPECT_EQ(InvokeId(kGetVerId, {}, IID_IVX_Graph), DISP_E_UNKNOWNINTERFACE);
@@ -287,6 +303,45 @@ TEST_F(HostileHostTest, RefusedCallsCostLittle) {
   std::wstring source;
   ErrorDescription(&source);
   EXPECT_EQ(source, L"ZELGraph.VX_Graph.1");
+}
+
+class HostHookTest : public HostedControlTest {};
+
+// A host that watches dialogs with its own CBT hook (to centre or answer
+// them) still sees the message boxes the control shows: the control's own
+// hook passes the activation on.
+TEST_F(HostHookTest, TheHostsHookSeesTheControlsMessageBoxes) {
+  static int activations = 0;
+  static HHOOK hook = nullptr;
+  struct Host {
+    static bool IsBox(HWND window) {
+      wchar_t name[16] = L"";
+      GetClassNameW(window, name, 16);
+      return std::wstring(name) == L"#32770";
+    }
+    static LRESULT CALLBACK Cbt(int code, WPARAM wParam, LPARAM lParam) {
+      if (code == HCBT_ACTIVATE && IsBox(reinterpret_cast<HWND>(wParam))) {
+        ++activations;
+        PostMessageW(reinterpret_cast<HWND>(wParam), WM_COMMAND, IDOK, 0);
+      }
+      return CallNextHookEx(hook, code, wParam, lParam);
+    }
+    // Closes a box the hook never heard of, so that the test ends.
+    static BOOL CALLBACK CloseBox(HWND window, LPARAM) {
+      if (IsBox(window) && IsWindowVisible(window)) PostMessageW(window, WM_COMMAND, IDOK, 0);
+      return TRUE;
+    }
+    static void CALLBACK Late(HWND, UINT, UINT_PTR, DWORD) {
+      EnumThreadWindows(GetCurrentThreadId(), CloseBox, 0);
+    }
+  };
+  activations = 0;
+  hook = SetWindowsHookExW(WH_CBT, Host::Cbt, nullptr, GetCurrentThreadId());
+  UINT_PTR fallback = SetTimer(nullptr, 0, 200, Host::Late);
+  SendMessageW(window, WM_KEYDOWN, VK_LEFT, 1);  // no hairline: the operator is told to add one
+  KillTimer(nullptr, fallback);
+  UnhookWindowsHookEx(hook);
+  EXPECT_EQ(activations, 1);
 }
 
 class HugeWindowTest : public HostedControlTest {};
