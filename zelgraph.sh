@@ -204,6 +204,9 @@ run_tests() {
   prepare_wine_prefix
   register_control
   run_suite "Windows x86_64 under Wine" wine "$build/win64/bin/zelgraph_win_tests.exe"
+  run_checks "the Windows fuzzer's self-check" wine "$build/win64/bin/zelgraph_win_fuzzer.exe" --self-check --calls=5000
+  run_checks "a short run of the Windows fuzzer" wine "$build/win64/bin/zelgraph_win_fuzzer.exe" --seed=1 --calls=5000 \
+    --skip-leaks
   run_script "a scripting host (VBScript)" "$root/tests/win/scripting_host_test.vbs"
   run_example "$root/examples/build_and_read_graph.vbs"
   run_checks "an operator's session on a screen (Xvfb)" run_session "$build/session"

@@ -139,3 +139,11 @@ target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 
 add_executable(frame_bench bench/win/frame_bench.cpp)
 target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32 psapi)
 target_include_directories(frame_bench PRIVATE ${PROJECT_SOURCE_DIR})
+
+# The fuzzer of the hosted control, run under Wine: a short fixed-seed run by
+# the tests, long campaigns by hand (README, Fuzzing).
+file(GLOB win_fuzzer_sources CONFIGURE_DEPENDS fuzz/win/*.cpp)
+add_executable(zelgraph_win_fuzzer ${win_fuzzer_sources})
+target_link_libraries(zelgraph_win_fuzzer PRIVATE zelgraph_interface ${static_runtime}
+  ole32 oleaut32 uuid gdi32 user32 psapi)
+add_dependencies(zelgraph_win_fuzzer ZELGraph)
