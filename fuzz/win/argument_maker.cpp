@@ -303,6 +303,13 @@ void ArgumentMaker::OwnRecord(VARIANT* out) {
                                            : Any(2);
     record.info->PutField(INVOKE_PROPERTYPUT, data, field.name.c_str(), value);
   }
+  // The control sets an axis record's annotationFormat to null without
+  // freeing it; the string stays the caller's to free, as hosts are told.
+  VARIANT format;
+  PVOID where = nullptr;
+  VariantInit(&format);
+  if (SUCCEEDED(record.info->GetFieldNoCopy(data, L"annotationFormat", &format, &where)) && where)
+    arena_.FreeIfDropped(static_cast<BSTR*>(where));
   V_VT(out) = VT_RECORD, V_RECORD(out) = data, V_RECORDINFO(out) = record.info;
 }
 

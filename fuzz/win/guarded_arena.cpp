@@ -35,11 +35,17 @@ void GuardedArena::ClearRecordLater(IRecordInfo* info, void* record) {
   cleanups_.push_back({nullptr, info, record});
 }
 
+void GuardedArena::FreeIfDropped(BSTR* field) {
+  if (*field) cleanups_.push_back({nullptr, nullptr, nullptr, field, *field});
+}
+
 void GuardedArena::RewindTo(Mark mark) {
   while (cleanups_.size() > mark.cleanups) {
     Cleanup cleanup = cleanups_.back();
     cleanups_.pop_back();
-    if (cleanup.variant) {
+    if (cleanup.field) {
+      if (!*cleanup.field) SysFreeString(cleanup.held);
+    } else if (cleanup.variant) {
       // A record VARIANT only borrows its record: the record's own cleanup
       // frees it.
       if (V_VT(cleanup.variant) != VT_RECORD) VariantClear(cleanup.variant);

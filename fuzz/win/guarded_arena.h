@@ -29,6 +29,9 @@ class GuardedArena {
   // a VARIANT to clear, or a record to clear with its information released.
   void ClearLater(VARIANT* owned);
   void ClearRecordLater(IRecordInfo* info, void* record);
+  // A string field that a call may set to null without freeing it (as the
+  // control does with a record's annotationFormat): freed here if so.
+  void FreeIfDropped(BSTR* field);
 
   // The addresses the arena covers, guard pages included.
   std::pair<const void*, const void*> Range() const { return {pages_, pages_ + 2 * slots_ * pageSize_}; }
@@ -45,6 +48,8 @@ class GuardedArena {
     VARIANT* variant;
     IRecordInfo* info;
     void* record;
+    BSTR* field = nullptr;
+    BSTR held = nullptr;
   };
   BYTE* pages_ = nullptr;
   size_t pageSize_ = 4096;
