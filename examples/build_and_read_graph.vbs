@@ -18,14 +18,20 @@ graph.AddYAxis 2, "INTEGER", Empty, 0, "RIGHT"
 graph.AddDataset 100, "PLOT", 1, 1, Empty
 graph.AddDataset 200, "BAR", 1, 2, Empty
 
-Dim start, times, temperatures, counts
+Dim start, times, temperatures, counts, statuses
 start = DateSerial(2026, 11, 21) + TimeSerial(8, 0, 0)
 times = Array(start, start + 1 / 24, start + 2 / 24, start + 3 / 24)
 temperatures = Array(20.5, 21.25, 22.75, 21.5)
 counts = Array(3, 7, 4, 9)
-' One status per point: 0 draws the point normally.
-graph.SetDatasetValues 100, times, temperatures, Array(0, 0, 0, 0)
-graph.SetDatasetValues 200, times, counts, Array(0, 0, 0, 0)
+' One 32-bit status per point, 0 for "draw it normally". The control copies
+' the statuses from the array's memory as 32-bit integers, whatever the
+' array holds, and VBScript only makes arrays of VARIANTs: Array(0, 0, 0, 0)
+' would give the first point status 2 (the type tag of a VARIANT holding an
+' Integer). A freshly dimensioned array is all zero bytes, so it reads as
+' statuses of 0, and it holds four times the statuses it needs.
+ReDim statuses(UBound(times))
+graph.SetDatasetValues 100, times, temperatures, statuses
+graph.SetDatasetValues 200, times, counts, statuses
 
 ' A limit line at 22 degrees and a hairline in the middle of the plot.
 graph.AddLimitValue 1, 22
