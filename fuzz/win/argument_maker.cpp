@@ -270,7 +270,13 @@ void ArgumentMaker::Reference(VARIANT* out, int depth) {
     auto* target = static_cast<BYTE*>(arena_.Take(sizeof(DECIMAL)));
     if (!target) return;
     for (size_t i = 0; i < sizeof(DECIMAL); ++i) target[i] = BYTE(random_.Bits());
-    V_VT(out) = VT_BYREF | VT_DECIMAL, V_DECIMALREF(out) = reinterpret_cast<DECIMAL*>(target);
+    // Any reserved word (it overlays a VARIANT's tag for a control that
+    // reads the reference as a VARIANT), but a scale and sign the platform's
+    // conversions accept: Wine's oleaut32 faults formatting a scale past 28.
+    auto* decimal = reinterpret_cast<DECIMAL*>(target);
+    decimal->scale = BYTE(random_.Below(29));
+    decimal->sign = random_.Percent(50) ? DECIMAL_NEG : 0;
+    V_VT(out) = VT_BYREF | VT_DECIMAL, V_DECIMALREF(out) = decimal;
     return;
   }
   VARIANT* holder = NewVariant();
