@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <vector>
 
 #include "engine/axis_keywords.h"
 #include "engine/axis_scale.h"
@@ -214,7 +216,14 @@ class AxisDrawing {
   // Minor ticks at the tick step wherever no annotation lies within a pixel;
   // `length` is signed, outward from the line.
   void MinorTicks(int32_t length) {
-    for (double position : MarkPositions(scale_, scale_.tickStep, at_.extent)) {
+    std::vector<double> ticks = MarkPositions(scale_, scale_.tickStep, at_.extent);
+    // Only the ticks that can land in the visible room (a pixel of rounding
+    // either side) are looked at: a view zoomed far in has many more.
+    double low = axis_.vertical() ? double(at_.start) - at_.roomLast : double(at_.roomFirst) - at_.start;
+    double high = axis_.vertical() ? double(at_.start) - at_.roomFirst : double(at_.roomLast) - at_.start;
+    auto from = std::lower_bound(ticks.begin(), ticks.end(), low - 1);
+    auto to = std::upper_bound(from, ticks.end(), high + 1);
+    for (double position : std::span(from, to)) {
       auto next = std::lower_bound(annotations_.begin(), annotations_.end(), position);
       if (next != annotations_.end() && *next - position <= 1) continue;
       if (next != annotations_.begin() && position - *std::prev(next) <= 1) continue;
