@@ -50,7 +50,9 @@ void DrawGridLines(Surface& surface, const VAxis& axis, const GridLook& look, co
   surface.SelectPen(GridPen(look, f, period));
   const Rect& plot = frame.plot;
   double shift = betweenCategories && !axis.vertical() ? step * scale.pixelsPerUnit / 2 : 0;
-  for (double position : MarkPositions(scale, step, frame.extent)) {
+  static thread_local std::vector<double> marks;  // kept from frame to frame (see MarkPositions)
+  MarkPositions(scale, step, frame.extent, marks);
+  for (double position : marks) {
     int32_t offset = Pixel(position - shift);
     if (axis.vertical()) {
       int32_t y = frame.start - offset;

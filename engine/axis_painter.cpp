@@ -75,7 +75,9 @@ class AxisDrawing {
  public:
   AxisDrawing(Surface& surface, const VAxis& axis, const AxisPlacement& at)
       : surface_(surface), axis_(axis), at_(at), scale_(ScaleOf(axis, at.extent)),
-        annotations_(MarkPositions(scale_, scale_.annotationStep, at.extent)) {}
+        annotations_(AnnotationBuffer()) {
+    MarkPositions(scale_, scale_.annotationStep, at.extent, annotations_);
+  }
 
   void Line() {
     surface_.SelectPen({kPenSolid, Scaled(2, at_.scale), axis_.axisColor(), false});
@@ -216,7 +218,8 @@ class AxisDrawing {
   // Minor ticks at the tick step wherever no annotation lies within a pixel;
   // `length` is signed, outward from the line.
   void MinorTicks(int32_t length) {
-    std::vector<double> ticks = MarkPositions(scale_, scale_.tickStep, at_.extent);
+    static thread_local std::vector<double> ticks;
+    MarkPositions(scale_, scale_.tickStep, at_.extent, ticks);
     // Only the ticks that can land in the visible room (a pixel of rounding
     // either side) are looked at: a view zoomed far in has many more.
     double low = axis_.vertical() ? double(at_.start) - at_.roomLast : double(at_.roomFirst) - at_.start;
@@ -246,7 +249,13 @@ class AxisDrawing {
   const VAxis& axis_;
   const AxisPlacement& at_;
   AxisScale scale_;
-  std::vector<double> annotations_;
+  // Kept from one drawing to the next (see MarkPositions); one axis is
+  // drawn at a time.
+  static std::vector<double>& AnnotationBuffer() {
+    static thread_local std::vector<double> buffer;
+    return buffer;
+  }
+  std::vector<double>& annotations_;
 };
 
 }  // namespace

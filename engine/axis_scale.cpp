@@ -42,13 +42,12 @@ double FirstMarkOffset(double base, double step) {
   return offset < 0 ? offset + step : offset;
 }
 
-std::vector<double> MarkPositions(const AxisScale& scale, double step, double limit) {
-  std::vector<double> positions;
+void MarkPositions(const AxisScale& scale, double step, double limit, std::vector<double>& out) {
+  out.clear();
   double pixelStep = step * scale.pixelsPerUnit;
-  if (!(step > 0 && std::isfinite(step) && pixelStep > 0 && std::isfinite(pixelStep))) return positions;
+  if (!(step > 0 && std::isfinite(step) && pixelStep > 0 && std::isfinite(pixelStep))) return;
   double first = FirstMarkOffset(scale.alignmentBase, step) * scale.pixelsPerUnit;
-  for (double p = first; p < limit && positions.size() < kMaxMarks; p += pixelStep) positions.push_back(p);
-  return positions;
+  for (double p = first; p < limit && out.size() < kMaxMarks; p += pixelStep) out.push_back(p);
 }
 
 double MarkValue(const AxisScale& scale, double step, size_t index) {

@@ -30,7 +30,10 @@ double FirstMarkOffset(double base, double step);
 
 // Pixel positions of the marks of `step` from the start of the axis up to
 // (not including) `limit`; none for a step that is not positive and finite.
-std::vector<double> MarkPositions(const AxisScale& scale, double step, double limit);
+// The positions go into `out`, whose storage is kept from call to call: a
+// view zoomed far in has up to 100000 marks, and fresh memory for them on
+// every frame would cost more than drawing them.
+void MarkPositions(const AxisScale& scale, double step, double limit, std::vector<double>& out);
 
 // The value of the `index`th mark of `step` (what MarkPositions gives the
 // pixel of).
