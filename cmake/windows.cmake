@@ -137,7 +137,7 @@ target_link_libraries(paint_bench PRIVATE zelgraph_core ${static_runtime} gdi32 
 # a client of the registered control, built always so that it keeps building,
 # run by `./zelgraph.sh bench`, never by the tests.
 add_executable(frame_bench bench/win/frame_bench.cpp)
-target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32 psapi)
+target_link_libraries(frame_bench PRIVATE zelgraph_interface ${static_runtime} ole32 oleaut32 uuid gdi32 user32)
 target_include_directories(frame_bench PRIVATE ${PROJECT_SOURCE_DIR})
 
 # The fuzzer of the hosted control, run under Wine: a short fixed-seed run by
@@ -145,5 +145,5 @@ target_include_directories(frame_bench PRIVATE ${PROJECT_SOURCE_DIR})
 file(GLOB win_fuzzer_sources CONFIGURE_DEPENDS fuzz/win/*.cpp)
 add_executable(zelgraph_win_fuzzer ${win_fuzzer_sources})
 target_link_libraries(zelgraph_win_fuzzer PRIVATE zelgraph_interface ${static_runtime}
-  ole32 oleaut32 uuid gdi32 user32 psapi)
+  ole32 oleaut32 uuid gdi32 user32)
 add_dependencies(zelgraph_win_fuzzer ZELGraph)
