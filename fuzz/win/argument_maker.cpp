@@ -308,6 +308,14 @@ void ArgumentMaker::OwnRecord(VARIANT* out) {
                      : random_.Percent(50) ? Typed(random_.Pick({VT_I4, VT_R8, VT_R4, VT_DATE, VT_BSTR, VT_I2}))
                                            : Any(2);
     record.info->PutField(INVOKE_PROPERTYPUT, data, field.name.c_str(), value);
+    // Wine's RecordClear leaves VARIANT fields as they are: they are
+    // cleared here, before the record's own cleanup.
+    VARIANT view;
+    PVOID where = nullptr;
+    VariantInit(&view);
+    if (field.type.type == VT_VARIANT &&
+        SUCCEEDED(record.info->GetFieldNoCopy(data, field.name.c_str(), &view, &where)) && where)
+      arena_.ClearLater(static_cast<VARIANT*>(where));
   }
   // The control sets an axis record's annotationFormat to null without
   // freeing it; the string stays the caller's to free, as hosts are told.
