@@ -46,6 +46,7 @@ struct Options {
   bool selfCheck = false;
   bool stats = false;
   bool skipLeaks = false;
+  bool trace = false;  // each call step on stderr, after the platform's own warnings about it
   uint64_t stepLimitMs = 2000;
   uint64_t windowPercent = 22;
   std::wstring only;  // entry names, comma-separated; empty for all
@@ -243,6 +244,7 @@ void Fuzzer::Step(uint64_t step) {
   }
   CallStep(line);
   FuzzHost::Pump();
+  if (options_.trace) fprintf(stderr, "step %llu: %ls\n", static_cast<unsigned long long>(step), line.c_str());
 }
 
 void Fuzzer::CheckLeaks(const Resources& before, const Resources& after, LONG borrowed) {
@@ -356,6 +358,7 @@ bool Parse(int argc, char** argv, Options& options) {
     }
     if (!strcmp(arg, "--self-check")) options.selfCheck = true;
     else if (!strcmp(arg, "--skip-leaks")) options.skipLeaks = true;
+    else if (!strcmp(arg, "--trace")) options.trace = true;
     else if (!strcmp(arg, "--stats")) options.stats = true;
     else return false;
   }
