@@ -66,8 +66,10 @@ CallOutcome CallRunner::Call(size_t index, bool throughVtable, std::wstring& log
 }
 
 // Arguments as a script passes them: last first, a put's value named,
-// trailing optional ones sometimes left out, out parameters as references to
-// one variable. Now and then the count or a type is wrong.
+// trailing optional ones sometimes left out, out parameters always as
+// references to one variable (given a value instead, Wine's own dispatch of
+// an [out] parameter frees memory twice, far from the control). Now and then
+// the count or a type is wrong.
 HRESULT CallRunner::ByInvoke(const Entry& entry, std::vector<Pointed>& pointed, std::wstring& log, bool dryRun) {
   std::vector<VARIANT> args;
   args.reserve(entry.params.size() + 1);
@@ -77,7 +79,7 @@ HRESULT CallRunner::ByInvoke(const Entry& entry, std::vector<Pointed>& pointed, 
   for (size_t i = 0; i < given; ++i) {
     const ParamType& p = entry.params[i];
     VARIANT value;
-    if (p.byPointer && random_.Percent(85)) {
+    if (p.byPointer && (p.out || random_.Percent(85))) {
       void* data = maker_.PointerTo(p.type, 1, p.in, kSentinel);
       pointed.push_back({p.type, data, data ? 1u : 0u, false});
       V_VT(&value) = VARTYPE(VT_BYREF | p.type), V_BYREF(&value) = data;
