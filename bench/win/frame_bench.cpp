@@ -61,6 +61,22 @@ VARIANT Text(const wchar_t* text) {
   return v;
 }
 
+// An AxisProps record with only `min` and `max` set, in a VARIANT. The
+// record and its information are kept for the rest of the run.
+VARIANT Range(VARTYPE type, double min, double max) {
+  VARIANT v;
+  VariantInit(&v);
+  IRecordInfo* info = nullptr;
+  const GUID axisProps = {0x1376EC82, 0xAAC4, 0x4D18, {0x9F, 0x8F, 0xA6, 0xE0, 0x56, 0x3D, 0x4E, 0x15}};
+  if (FAILED(GetRecordInfoFromGuids(LIBID_ZELGRAPHLib, 1, 0, LOCALE_USER_DEFAULT, axisProps, &info)))
+    return v;
+  auto* props = static_cast<AxisProps*>(info->RecordCreate());
+  V_VT(&props->min) = V_VT(&props->max) = type;
+  V_R8(&props->min) = min, V_R8(&props->max) = max;  // VT_DATE and VT_R8 share the double
+  V_VT(&v) = VT_RECORD, V_RECORD(&v) = props, V_RECORDINFO(&v) = info;
+  return v;
+}
+
 // The control in ATL's container in a top window of the frame's size.
 class HostedGraph {
  public:
@@ -101,12 +117,13 @@ class HostedGraph {
     return hr;
   }
 
-  // A TIME X axis, a REAL Y axis and one PLOT curve on them, all id 1.
-  void AddTrend() {
+  // A TIME X axis over [first, last], a REAL Y axis over 0..100 and one
+  // PLOT curve on them, all id 1, as a trend host sets them up.
+  void AddTrend(double first, double last) {
     VARIANT empty;
     VariantInit(&empty);
-    Call(L"AddXAxis", {Long(1), Text(L"TIME"), empty, Long(0)});
-    Call(L"AddYAxis", {Long(1), Text(L"REAL"), empty, Long(0)});
+    Call(L"AddXAxis", {Long(1), Text(L"TIME"), Range(VT_DATE, first, last), Long(0)});
+    Call(L"AddYAxis", {Long(1), Text(L"REAL"), Range(VT_R8, 0, 100), Long(0)});
     Call(L"AddDataset", {Long(1), Text(L"PLOT"), Long(1), Long(1), empty});
   }
 
@@ -204,8 +221,8 @@ void ReferenceFrame(const Dib& dib, const double* xs, const float* ys, size_t n)
 void MeasureRow(size_t n, const Dib& dib) {
   HostedGraph graph;
   if (!graph.ready()) return;
-  graph.AddTrend();
   Walk walk(n);
+  graph.AddTrend(walk.xs[0], walk.xs[n - 1]);
   graph.SetValues(walk.xs, walk.ys, 0, n, false);
   int runs = n >= 10000000 ? 3 : 5;
   volatile float sink = 0;
@@ -248,7 +265,7 @@ void MeasureIngest(size_t n) {
   double ingest = 1e300, copy = 1e300, kept = 0;
   for (int run = 0; run < 3; ++run) {
     HostedGraph graph;
-    graph.AddTrend();
+    graph.AddTrend(walk.xs[0], walk.xs[n - 1]);
     double before = PrivateBytes();
     {
       ArrayVariant x(VT_DATE, walk.xs.data(), n), y(VT_R4, walk.ys.data(), n), s(VT_I4, status.data(), n);
@@ -275,12 +292,12 @@ void MeasureIngest(size_t n) {
 // the graph out again; with the scroll bars off (the default) or on.
 double Relayout(bool scrollBars) {
   HostedGraph trend;
-  trend.AddTrend();
   if (scrollBars) {
     trend.Call(L"HorizontalScrollbarEnabled", {Long(1)}, DISPATCH_PROPERTYPUT);
     trend.Call(L"VerticalScrollbarEnabled", {Long(1)}, DISPATCH_PROPERTYPUT);
   }
   Walk walk(kAppended);
+  trend.AddTrend(walk.xs[0], walk.xs[kAppended - 1]);
   trend.SetValues(walk.xs, walk.ys, 0, kAppended, false);
   return BestOf(20, [&] { trend.SetValues(walk.xs, walk.ys, 0, kAppended, false); });
 }
