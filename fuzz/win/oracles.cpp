@@ -71,8 +71,12 @@ void PrintAddress(DWORD64 address) {
   printf("    %ls+0x%llx\n", file ? file + 1 : name, static_cast<unsigned long long>(address - DWORD64(module)));
 }
 
-// The frames from `context` on, as far as the unwind data leads.
+// The frames from `context` on, as far as the unwind data leads; on x86,
+// which has no unwind tables, the faulting address alone.
 void PrintFrames(CONTEXT context) {
+#ifndef _WIN64
+  PrintAddress(context.Eip);
+#else
   for (int frame = 0; frame < 24 && context.Rip; ++frame) {
     PrintAddress(context.Rip);
     DWORD64 base = 0;
@@ -86,6 +90,7 @@ void PrintFrames(CONTEXT context) {
     DWORD64 establisher = 0;
     RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, function, &context, &handlerData, &establisher, nullptr);
   }
+#endif
 }
 
 // The frames of a stopped thread.
